@@ -1,0 +1,23 @@
+# Compiler flags, linker and cache shared by every target of this project.
+
+find_program(KELVO_CCACHE ccache)
+if(KELVO_CCACHE)
+  # Precompiled headers are cached only with these two liberties; neither changes an output.
+  set(CMAKE_CXX_COMPILER_LAUNCHER
+      ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros ${KELVO_CCACHE})
+endif()
+
+# clang needs lld for its sanitizer runtimes to link fast; GCC 12 understands mold.
+find_program(KELVO_MOLD mold)
+if(KELVO_MOLD AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  add_link_options(-fuse-ld=mold)
+endif()
+
+add_library(kelvo_flags INTERFACE)
+target_compile_options(kelvo_flags INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+
+if(KELVO_SANITIZE)
+  set(_sanitize -fsanitize=${KELVO_SANITIZE} -fno-sanitize-recover=all)
+  add_compile_options(${_sanitize})
+  add_link_options(${_sanitize})
+endif()
