@@ -19,16 +19,29 @@ public:
     bool write(const Json& value, std::size_t depth) {
         if (depth > jsonDepthLimit) return false;
         switch (value.type()) {
-        case Json::value_t::object: return writeObject(value, depth);
-        case Json::value_t::array: return writeArray(value, depth);
-        case Json::value_t::string: return writeString(value.get_ref<const std::string&>());
-        case Json::value_t::boolean: out_ += value.get<bool>() ? "true" : "false"; return true;
-        case Json::value_t::number_integer: writeInteger(value.get<std::int64_t>()); return true;
-        case Json::value_t::number_unsigned: writeInteger(value.get<std::uint64_t>()); return true;
-        case Json::value_t::number_float: return writeDouble(value.get<double>());
-        case Json::value_t::null: out_ += "null"; return true;
+        case Json::value_t::object:
+            return writeObject(value, depth);
+        case Json::value_t::array:
+            return writeArray(value, depth);
+        case Json::value_t::string:
+            return writeString(value.get_ref<const std::string&>());
+        case Json::value_t::boolean:
+            out_ += value.get<bool>() ? "true" : "false";
+            return true;
+        case Json::value_t::number_integer:
+            writeInteger(value.get<std::int64_t>());
+            return true;
+        case Json::value_t::number_unsigned:
+            writeInteger(value.get<std::uint64_t>());
+            return true;
+        case Json::value_t::number_float:
+            return writeDouble(value.get<double>());
+        case Json::value_t::null:
+            out_ += "null";
+            return true;
         case Json::value_t::binary:
-        case Json::value_t::discarded: break;
+        case Json::value_t::discarded:
+            break;
         }
         return false;
     }
@@ -80,22 +93,40 @@ private:
     bool writeString(std::string_view text) {
         if (!isValidUtf8(text)) return false;
         out_ += '"';
-        for (const char c : text) writeCharacter(c);
+        for (const char c : text)
+            writeCharacter(c);
         out_ += '"';
         return true;
     }
 
     void writeCharacter(char c) {
         switch (c) {
-        case '"': out_ += "\\\""; return;
-        case '\\': out_ += "\\\\"; return;
-        case '/': out_ += "\\/"; return;
-        case '\b': out_ += "\\b"; return;
-        case '\f': out_ += "\\f"; return;
-        case '\n': out_ += "\\n"; return;
-        case '\r': out_ += "\\r"; return;
-        case '\t': out_ += "\\t"; return;
-        default: break;
+        case '"':
+            out_ += "\\\"";
+            return;
+        case '\\':
+            out_ += "\\\\";
+            return;
+        case '/':
+            out_ += "\\/";
+            return;
+        case '\b':
+            out_ += "\\b";
+            return;
+        case '\f':
+            out_ += "\\f";
+            return;
+        case '\n':
+            out_ += "\\n";
+            return;
+        case '\r':
+            out_ += "\\r";
+            return;
+        case '\t':
+            out_ += "\\t";
+            return;
+        default:
+            break;
         }
         if (static_cast<unsigned char>(c) < 0x20) {
             constexpr std::string_view digits = "0123456789abcdef";
@@ -170,7 +201,9 @@ tl::expected<Json, std::string> parseJson(std::string_view text) {
         return tl::unexpected("nested deeper than " + std::to_string(jsonDepthLimit) + " levels");
     }
     // The library would skip a byte order mark; the grammar has none.
-    if (text.starts_with("\xEF\xBB\xBF")) return tl::unexpected("begins with a byte order mark");
+    if (text.starts_with("\xEF\xBB\xBF")) {
+        return tl::unexpected(std::string("begins with a byte order mark"));
+    }
     try {
         return Json::parse(text);
     } catch (const Json::exception& error) {

@@ -106,7 +106,8 @@ std::optional<std::vector<std::string>> JsonReader::optionalStrings(const char* 
 std::optional<std::int64_t> wholeNumber(const Json& value) {
     if (value.is_number_unsigned()) {
         const auto number = value.get<std::uint64_t>();
-        if (number > static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max())) return {};
+        if (number > static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max()))
+            return {};
         return static_cast<std::int64_t>(number);
     }
     if (value.is_number_integer()) return value.get<std::int64_t>();

@@ -1,0 +1,170 @@
+#include "base/Files.h"
+
+#include "base/Text.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cerrno>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+namespace kelvo {
+namespace fs = std::filesystem;
+namespace {
+
+constexpr std::size_t pieceSize = std::size_t{1} << 20;
+
+class Descriptor {
+public:
+    explicit Descriptor(int number) : number_(number) {}
+    ~Descriptor() {
+        if (number_ >= 0) ::close(number_);
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+
+    bool valid() const { return number_ >= 0; }
+    int number() const { return number_; }
+    int release() { return std::exchange(number_, -1); }
+
+private:
+    int number_;
+};
+
+tl::unexpected<FileError> failure(const fs::path& path, int code) {
+    return tl::unexpected(
+        FileError{shownFileName(path) + ": " + std::generic_category().message(code)});
+}
+
+tl::unexpected<FileError> refusal(const fs::path& path, std::string_view why) {
+    return tl::unexpected(FileError{shownFileName(path) + ": " + std::string(why)});
+}
+
+/// Opens without waiting for a FIFO's other end, then looks at what was opened: the check and the
+/// reading concern the same file, whatever happens to the name meanwhile.
+tl::expected<int, FileError> openRegular(const fs::path& path, std::size_t& size) {
+    Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    if (!file.valid()) return failure(path, errno);
+    struct stat status {};
+    if (::fstat(file.number(), &status) != 0) return failure(path, errno);
+    if (!S_ISREG(status.st_mode)) return refusal(path, "not a regular file");
+    size = static_cast<std::size_t>(status.st_size);
+    return file.release();
+}
+
+/// The number of bytes read, 0 at the end of the file, or a negative errno.
+ssize_t readSome(int file, char* into, std::size_t room) {
+    while (true) {
+        const ssize_t got = ::read(file, into, room);
+        if (got >= 0) return got;
+        if (errno != EINTR) return -errno;
+    }
+}
+
+int writeAll(int file, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = ::write(file, bytes.data(), bytes.size());
+        if (written < 0) {
+            if (errno == EINTR) continue;
+            return errno;
+        }
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return 0;
+}
+
+int flush(int file) {
+    // Some file systems cannot flush a folder and say so with EINVAL; there is nothing to wait for.
+    return ::fsync(file) == 0 || errno == EINVAL ? 0 : errno;
+}
+
+fs::path temporaryBeside(const fs::path& path) {
+    static std::atomic<unsigned> counter{0};
+    return path.parent_path() / (".kelvo-" + std::to_string(::getpid()) + "-" +
+                                 std::to_string(counter.fetch_add(1)) + ".tmp");
+}
+
+int writeNew(const fs::path& path, std::string_view bytes) {
+    // A name left behind by a killed process with this one's number is taken over.
+    Descriptor file(
+        ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0666));
+    if (!file.valid()) return errno;
+    if (const int code = writeAll(file.number(), bytes); code != 0) return code;
+    if (const int code = flush(file.number()); code != 0) return code;
+    return ::close(file.release()) == 0 ? 0 : errno;
+}
+
+void flushFolderOf(const fs::path& path) {
+    const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
+    const Descriptor opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    // The new file is already in place and whole; a folder that cannot be flushed changes nothing
+    // that the caller could act on.
+    if (opened.valid()) flush(opened.number());
+}
+
+} // namespace
+
+tl::expected<std::string, FileError> readFile(const fs::path& path, std::size_t maxBytes) {
+    std::size_t size = 0;
+    const auto opened = openRegular(path, size);
+    if (!opened) return tl::unexpected(opened.error());
+    const Descriptor file(*opened);
+    if (size > maxBytes) return refusal(path, "larger than is read");
+    // The size is a hint only: a file may grow while it is read, and /proc and /sys report 0. One
+    // byte more than it says lets the end show without growing the buffer.
+    std::string bytes(size + 1, '\0');
+    std::size_t length = 0;
+    while (true) {
+        const ssize_t got = readSome(file.number(), bytes.data() + length, bytes.size() - length);
+        if (got < 0) return failure(path, static_cast<int>(-got));
+        if (got == 0) break;
+        length += static_cast<std::size_t>(got);
+        if (length > maxBytes) return refusal(path, "larger than is read");
+        if (length == bytes.size()) bytes.resize(length + pieceSize);
+    }
+    bytes.resize(length);
+    return bytes;
+}
+
+tl::expected<void, FileError>
+readFileInPieces(const fs::path& path,
+                 const std::function<bool(std::string_view piece, std::size_t fileSize)>& each) {
+    std::size_t size = 0;
+    const auto opened = openRegular(path, size);
+    if (!opened) return tl::unexpected(opened.error());
+    const Descriptor file(*opened);
+    std::vector<char> buffer(pieceSize);
+    while (true) {
+        const ssize_t got = readSome(file.number(), buffer.data(), buffer.size());
+        if (got < 0) return failure(path, static_cast<int>(-got));
+        if (got == 0) return {};
+        if (!each({buffer.data(), static_cast<std::size_t>(got)}, size)) return {};
+    }
+}
+
+tl::expected<void, FileError> writeFileAtomically(const fs::path& path, std::string_view bytes) {
+    const fs::path temporary = temporaryBeside(path);
+    int code = writeNew(temporary, bytes);
+    if (code == 0 && ::rename(temporary.c_str(), path.c_str()) != 0) code = errno;
+    if (code != 0) {
+        ::unlink(temporary.c_str());
+        return failure(path, code);
+    }
+    flushFolderOf(path);
+    return {};
+}
+
+bool isPlainFileName(std::string_view name) {
+    return !name.empty() && name != "." && name != ".." &&
+           name.find('/') == std::string_view::npos && name.find('\0') == std::string_view::npos;
+}
+
+std::string shownFileName(const fs::path& path) {
+    return toValidUtf8(path.filename().native());
+}
+
+} // namespace kelvo

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <tl/expected.hpp>
+
+#include <cstddef>
+#include <filesystem>
+#include <functional>
+#include <limits>
+#include <string>
+#include <string_view>
+
+namespace kelvo {
+
+/// Why a file could not be read or written, in words for a person: "mesh.json: No such file or
+/// directory".
+struct FileError {
+    std::string description;
+};
+
+/// Reads a whole regular file. Anything else (a folder, a FIFO, a device) is refused without being
+/// opened for good, so that no reader can block on it; so is a file of more than `maxBytes`.
+tl::expected<std::string, FileError>
+readFile(const std::filesystem::path& path,
+         std::size_t maxBytes = std::numeric_limits<std::size_t>::max());
+
+/// Reads a regular file piece by piece, in pieces of at most 1 MiB, for files that need not fit in
+/// memory. `each` gets the piece and the file's size when it was opened; it answers false to stop,
+/// which is not an error.
+tl::expected<void, FileError>
+readFileInPieces(const std::filesystem::path& path,
+                 const std::function<bool(std::string_view piece, std::size_t fileSize)>& each);
+
+/// Replaces `path` so that a crash at any moment leaves the old file or the new one, whole: a
+/// temporary file beside it (its name begins with ".kelvo-"), flushed to the disk, renamed over
+/// `path`, the folder flushed. On failure the temporary file is removed and `path` is as it was.
+/// No folder is created.
+tl::expected<void, FileError> writeFileAtomically(const std::filesystem::path& path,
+                                                  std::string_view bytes);
+
+/// True for a name that stands for one entry of a folder: not empty, not "." or "..", without "/"
+/// or a NUL byte.
+bool isPlainFileName(std::string_view name);
+
+/// The last component of `path` as text that can be shown: bytes that are not UTF-8 read U+FFFD.
+std::string shownFileName(const std::filesystem::path& path);
+
+} // namespace kelvo

@@ -1,0 +1,74 @@
+#include "base/Sha256.h"
+
+#include <openssl/evp.h>
+
+#include <cstdlib>
+
+namespace kelvo {
+namespace {
+
+/// Looking the algorithm up costs as much as hashing a short text, so it is done once.
+const EVP_MD* algorithm() {
+    static EVP_MD* const fetched = EVP_MD_fetch(nullptr, "SHA256", nullptr);
+    return fetched;
+}
+
+/// libcrypto fails here only when its default provider is missing or memory is exhausted. A seal
+/// with a wrong hash would be worse than no program at all.
+void insist(int outcome) {
+    if (outcome != 1) std::abort();
+}
+
+} // namespace
+
+Sha256Digest sha256(std::string_view bytes) {
+    Sha256Digest digest{};
+    insist(EVP_Digest(bytes.data(), bytes.size(), digest.data(), nullptr, algorithm(), nullptr));
+    return digest;
+}
+
+std::string hex(const Sha256Digest& digest) {
+    constexpr std::string_view digits = "0123456789abcdef";
+    std::string text(2 * digest.size(), '0');
+    for (std::size_t i = 0; i < digest.size(); ++i) {
+        text[2 * i] = digits[digest[i] >> 4];
+        text[2 * i + 1] = digits[digest[i] & 15];
+    }
+    return text;
+}
+
+std::string sha256Hex(std::string_view bytes) {
+    return hex(sha256(bytes));
+}
+
+struct Sha256Stream::Context {
+    Context() : handle(EVP_MD_CTX_new()) { insist(handle != nullptr ? 1 : 0); }
+    ~Context() { EVP_MD_CTX_free(handle); }
+    Context(const Context&) = delete;
+    Context& operator=(const Context&) = delete;
+
+    void start() { insist(EVP_DigestInit_ex2(handle, algorithm(), nullptr)); }
+
+    EVP_MD_CTX* handle;
+};
+
+Sha256Stream::Sha256Stream() : context_(std::make_unique<Context>()) {
+    context_->start();
+}
+
+Sha256Stream::~Sha256Stream() = default;
+Sha256Stream::Sha256Stream(Sha256Stream&&) noexcept = default;
+Sha256Stream& Sha256Stream::operator=(Sha256Stream&&) noexcept = default;
+
+void Sha256Stream::add(std::string_view bytes) {
+    insist(EVP_DigestUpdate(context_->handle, bytes.data(), bytes.size()));
+}
+
+Sha256Digest Sha256Stream::finish() {
+    Sha256Digest digest{};
+    insist(EVP_DigestFinal_ex(context_->handle, digest.data(), nullptr));
+    context_->start();
+    return digest;
+}
+
+} // namespace kelvo

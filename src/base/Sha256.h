@@ -1,0 +1,40 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace kelvo {
+
+/// A SHA-256 digest (FIPS 180-4), 32 bytes.
+using Sha256Digest = std::array<unsigned char, 32>;
+
+Sha256Digest sha256(std::string_view bytes);
+
+/// Two lowercase hexadecimal digits a byte, no separator: 64 characters.
+std::string hex(const Sha256Digest& digest);
+
+/// `hex(sha256(bytes))`.
+std::string sha256Hex(std::string_view bytes);
+
+/// Hashes what arrives in pieces, so that a file of any size needs one buffer.
+class Sha256Stream {
+public:
+    Sha256Stream();
+    ~Sha256Stream();
+    Sha256Stream(Sha256Stream&&) noexcept;
+    Sha256Stream& operator=(Sha256Stream&&) noexcept;
+
+    void add(std::string_view bytes);
+
+    /// The digest of all that was added; the stream then starts afresh.
+    Sha256Digest finish();
+
+private:
+    struct Context;
+    std::unique_ptr<Context> context_;
+};
+
+} // namespace kelvo
