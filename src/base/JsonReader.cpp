@@ -88,8 +88,16 @@ bool JsonReader::expectArray(const Json* member, const char* key) {
     return false;
 }
 
+std::vector<std::string> JsonReader::strings(const char* key) {
+    return onlyStrings(required(key), key).value_or(std::vector<std::string>{});
+}
+
 std::optional<std::vector<std::string>> JsonReader::optionalStrings(const char* key) {
-    const Json* member = optional(key);
+    return onlyStrings(optional(key), key);
+}
+
+std::optional<std::vector<std::string>> JsonReader::onlyStrings(const Json* member,
+                                                                const char* key) {
     if (!expectArray(member, key)) return std::nullopt;
     std::vector<std::string> strings;
     strings.reserve(member->size());

@@ -42,6 +42,8 @@ public:
         return member != nullptr;
     }
 
+    std::vector<std::string> strings(const char* key);
+
     /// An array of strings that may be absent.
     std::optional<std::vector<std::string>> optionalStrings(const char* key);
 
@@ -57,6 +59,7 @@ private:
     const Json* required(const char* key);
     const Json* optional(const char* key);
     bool expectArray(const Json* member, const char* key);
+    std::optional<std::vector<std::string>> onlyStrings(const Json* member, const char* key);
     std::string path() const;
 
     template <class Each>

@@ -123,6 +123,15 @@ bool equalIgnoringCase(std::string_view a, std::string_view b) {
     return lowerCased(a) == lowerCased(b);
 }
 
+std::string joined(const std::vector<std::string>& pieces, std::string_view separator) {
+    std::string text;
+    for (const std::string& piece : pieces) {
+        if (&piece != &pieces.front()) text += separator;
+        text += piece;
+    }
+    return text;
+}
+
 std::string fixed(double value, int decimals) {
     if (std::isnan(value)) return "nan";
     // A double has at most 309 digits before the point.

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace kelvo {
 
@@ -29,6 +30,9 @@ std::string lowerCased(std::string_view text);
 
 /// Equal without regard to letter case, by `lowerCased`.
 bool equalIgnoringCase(std::string_view a, std::string_view b);
+
+/// The pieces with `separator` between them.
+std::string joined(const std::vector<std::string>& pieces, std::string_view separator);
 
 /// As printf's "%.<decimals>f" in the C locale; not-a-number reads "nan" without a sign.
 std::string fixed(double value, int decimals);

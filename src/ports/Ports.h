@@ -2,6 +2,7 @@
 
 #include "ports/Account.h"
 #include "ports/Clock.h"
+#include "ports/EventLoop.h"
 #include "ports/FilePanel.h"
 #include "ports/LanguageModel.h"
 #include "ports/Notifications.h"
@@ -16,6 +17,7 @@ namespace kelvo {
 struct Ports {
     Clock& clock;
     Ticker& ticker;
+    EventLoop& eventLoop;
     Account& account;
     OwnerAuthentication& authentication;
     Notifications& notifications;

@@ -1,0 +1,74 @@
+#include "base/Sha256.h"
+#include "base/Text.h"
+#include "engine/EngineVM.h"
+
+#include <algorithm>
+
+namespace kelvo {
+
+void EngineVM::snapshotOS() {
+    if (deferred([this] { snapshotOS(); })) return;
+    refreshFacts();
+}
+
+void EngineVM::refreshFacts() {
+    osFacts.set(OSSnapshot::read(ports_.processes));
+    const auto secure =
+        std::count_if(osFacts->begin(), osFacts->end(), [](const OSFact& fact) { return fact.ok; });
+    log_.e("os_snapshot", {{"count", osFacts->size()}, {"ok", secure}});
+}
+
+void EngineVM::closeRoleControlViaOS(const RoleMap::Control& control) {
+    if (deferred([this, control] { closeRoleControlViaOS(control); })) return;
+    const WorkQueue::Exclusive exclusive(queue_);
+    refreshFacts();
+    std::vector<std::string> readings;
+    std::vector<std::string> insecure;
+    for (const OSFact& fact : *osFacts) {
+        if (!OSSnapshot::isRequired(fact)) continue;
+        readings.push_back(fact.key + "=" + fact.value);
+        if (!fact.ok) insecure.push_back(fact.key);
+    }
+    if (readings.empty() || !insecure.empty()) {
+        const std::string bad = joined(insecure, ", ");
+        refuse("Device not yet secure — turn on: " +
+                   (bad.empty() ? "FileVault, firewall, screen-lock" : bad) + ".",
+               "os_close_blocked", {{"criterion", control.criterion}, {"bad", bad}});
+        return;
+    }
+    const SOC2Mesh::Node* node = criterionNode(control.criterion);
+    if (node == nullptr || node->g >= 1.0) {
+        status.set(control.criterion + " already met.");
+        return;
+    }
+    const Presence::Result presence =
+        presence_.require("Confirm: this device is secure — " + control.task);
+    if (!presence.ok) {
+        refuse("Not verified — " + control.criterion + " unchanged. " + presence.record,
+               "os_close_denied", {{"criterion", control.criterion}, {"record", presence.record}});
+        return;
+    }
+    const std::string summary = "Device posture OK: " + joined(readings, "; ");
+    const Closure closure = closeCriterion({
+        .criterion = control.criterion,
+        .title = "Secured device for " + control.criterion,
+        .presence = presence.record,
+        .evidenceRoot = sha256Hex(summary),
+        .evidenceName = "device-posture-" + control.criterion + ".txt",
+        .extra = {{"role", contributorRole()},
+                  {"evidence_summary", summary},
+                  {"os_attested", true},
+                  {"close_method", "os"}},
+    });
+    status.set("Device secured for " + control.criterion + ". Your completion is now " +
+               percent(roleReadiness()) + ".");
+    cite(contributorRole() + " " + personName() + " secured device for " + control.criterion +
+             ": " + summary,
+         "OS snapshot (read-only) · presence " + presence.record);
+    log_.e("os_close_role_control", {{"criterion", control.criterion},
+                                     {"role", contributorRole()},
+                                     {"block", closure.totem.blockHash}});
+    proposeNBA();
+}
+
+} // namespace kelvo

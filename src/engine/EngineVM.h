@@ -1,0 +1,318 @@
+#pragma once
+
+#include "base/Files.h"
+#include "base/Json.h"
+#include "compliance/OSSnapshot.h"
+#include "compliance/RoleMap.h"
+#include "compliance/SOC2Mesh.h"
+#include "compliance/SOC2Templates.h"
+#include "engine/AssistantActions.h"
+#include "engine/NextBestAction.h"
+#include "engine/Published.h"
+#include "engine/Records.h"
+#include "engine/WorkQueue.h"
+#include "intelligence/Assistant.h"
+#include "intelligence/GenerableRecords.h"
+#include "kernel/Extraction.h"
+#include "kernel/Integrator.h"
+#include "ledger/Log.h"
+#include "ledger/Notify.h"
+#include "ledger/Presence.h"
+#include "ledger/TotemChain.h"
+#include "ports/Ports.h"
+
+#include <cstdint>
+#include <deque>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kelvo {
+
+/// The two fixed directories, both below the person's home directory.
+struct Directories {
+    std::filesystem::path outputs; ///< readiness graph, role map, sealed records, policies
+    std::filesystem::path project; ///< event log and chat history
+
+    /// "bondgraphs/bondgraph/outputs" and "bondgraphs/kelvo-soc2-app" below `home`.
+    static Directories below(const std::filesystem::path& home);
+};
+
+/// The engine: the one object that owns all state the person sees, starts everything, runs the
+/// simulation and seals what was approved.
+///
+/// Everything runs on one thread, the engine's. Operations never throw and return nothing: each
+/// reports through `status`, then a citation, then an event line; a refusal changes nothing else.
+/// An operation called while the person is being asked something (a presence prompt, the file
+/// panel) waits in the work queue and runs afterwards. Every change of recorded state keeps one
+/// order: presence check, mesh and readiness, chain, `totems`, record file, status, citation,
+/// event, cards.
+class EngineVM {
+public:
+    using Citations = RowsView<std::deque<Citation>, RowOrder::newestFirst>;
+    using Totems = RowsView<TotemChain::Blocks, RowOrder::newestFirst>;
+    using Chat = RowsView<std::deque<ChatMsg>, RowOrder::oldestFirst>;
+
+    /// Runs the whole start-up. Its steps report their own failures; it always completes.
+    EngineVM(const Ports& ports, Directories directories);
+    ~EngineVM();
+    EngineVM(const EngineVM&) = delete;
+    EngineVM& operator=(const EngineVM&) = delete;
+
+    /// How the composition root says what `shared()` is made of, before anybody asks for it.
+    using Factory = std::function<std::unique_ptr<EngineVM>()>;
+    static void provideShared(Factory factory);
+
+    /// The single instance, made on first access by the factory that was provided.
+    static EngineVM& shared();
+
+    // --- State that is published -----------------------------------------------------------------
+
+    Published<std::string> equations; ///< multi-line description of the installed model
+    Published<std::string> stateLine; ///< one-line readout of the integrator
+    Published<bool> running{false};   ///< the run loop is active
+    Published<double> t{0};           ///< integrator time, "totem-time"
+    Published<double> risk{0};        ///< accumulated dissipation ∫R·f² dt
+    Published<double> rate{0};        ///< dissipation rate at the current state
+    Published<Totems> totems;         ///< the chain's blocks, newest first
+    Published<std::string> status{"idle"};
+    Published<Citations> citations; ///< provenance, newest first
+    Published<std::optional<PendingMeasurement>> pending;
+    Published<NBA> agentNBA;
+    Published<NBA> humanNBA;
+    Published<double> drive{1.0}; ///< effort of the source that the engine drives
+    Published<std::string> reply; ///< latest answer of the assistant or to a voice request
+    Published<Chat> chat;         ///< chat history, oldest first
+    Published<bool> assistantBusy{false};
+    Published<std::optional<Act>> proposedAction;
+    Published<std::optional<std::string>> principal; ///< the verified person
+    Published<std::optional<RoleMap>> roleMap;
+    Published<std::optional<std::string>> role; ///< the verified person's role
+    Published<std::set<std::string>> adopted;   ///< adopted control families
+    Published<std::optional<std::string>> currentTemplate;
+    Published<std::optional<SOC2Mesh>> mesh;
+    Published<double> readiness{0}; ///< Σ(g·w)/Σw of the mesh
+    Published<std::optional<EvidenceProposal>> evidenceProposal;
+    Published<std::optional<GeneratedDoc>> generatedDoc;
+    Published<std::vector<OSFact>> osFacts;
+    Published<std::optional<Progress>> progress; ///< long work that is under way, if any
+
+    // --- State that is not -----------------------------------------------------------------------
+
+    const std::optional<StateSpace>& space() const { return space_; }
+    const Integrator* sim() const { return sim_ ? &*sim_ : nullptr; }
+    const TotemChain& chain() const { return chain_; }
+    double dt() const { return dt_; }
+    double rateThreshold() const { return rateLimit; }
+    const std::string& seID() const { return source_->id; }
+    bool riskLatched() const { return riskLatched_; }
+    const std::vector<SOC2Template>& templates() const { return SOC2Templates::all(); }
+    const std::filesystem::path& outputsDir() const { return directories_.outputs; }
+    std::filesystem::path chatURL() const { return directories_.project / "chat-history.json"; }
+
+    // --- The model (EngineVM.cpp) ----------------------------------------------------------------
+
+    /// Validates a proposed graph and makes it the running model; a refusal says "REJECTED: ".
+    void load(const ExtractedGraph& graph);
+
+    /// Installs a graph that was built from a spoken question, and answers in `reply`.
+    void siriBuilt(const BondGraph& graph, const std::string& question);
+    void siriSay(const std::string& text);
+
+    // --- The run loop (RunLoop.cpp) --------------------------------------------------------------
+
+    void play();
+    /// Stops the run loop and stages the current state for sealing, also when it was not running.
+    void pause();
+    /// Halves the drive.
+    void throttle();
+
+    // --- Sealing (Sealing.cpp) -------------------------------------------------------------------
+
+    /// Seals the staged measurement after a presence check.
+    void bondCollapse();
+
+    // --- Readiness and gaps (Readiness.cpp, GapClosing.cpp) --------------------------------------
+
+    /// Closes one criterion with an evidence file and a presence check.
+    void closeGap(const std::string& criterion);
+    /// Recomputes both cards.
+    void proposeNBA();
+    void run(const Act& act);
+    /// Mesh nodes that are met; 0 without a mesh.
+    int metCount() const;
+
+    // --- Roles (Roles.cpp) -----------------------------------------------------------------------
+
+    std::vector<std::string> availableRoles() const;
+    std::vector<RoleMap::Control> roleControls() const;
+    bool isRoleControlClosed(const RoleMap::Control& control) const;
+    /// The closed share of the role's controls, or `readiness` for a role without controls.
+    double roleReadiness() const;
+    bool roleReadonly() const;
+    std::optional<RoleMap::Control> nextRoleControl() const;
+
+    /// Proves the person's identity and takes on `role`.
+    void verifyKYC(const std::string& role);
+    /// Completes a control of the person's role in the way that the control names.
+    void closeRoleControl(const RoleMap::Control& control);
+    void attestRoleControl(const RoleMap::Control& control);
+
+    // --- The device (DevicePosture.cpp) ----------------------------------------------------------
+
+    /// Reads the device's security settings anew.
+    void snapshotOS();
+    void closeRoleControlViaOS(const RoleMap::Control& control);
+
+    // --- Evidence, policies, assistant (Evidence.cpp, Policy.cpp, Chat.cpp) ----------------------
+
+    /// Asks for a document and has the model propose criteria for it; nothing is recorded yet.
+    void addEvidence();
+    /// Seals the staged document as evidence for each of `criteria` that is open.
+    void confirmEvidence(const std::vector<std::string>& criteria);
+
+    /// Has the model draft a policy from what the criterion's evidence text says.
+    void generatePolicy(const std::string& criterion);
+    /// Writes the staged draft as a file, closes its criterion and seals both.
+    void approveGenerated();
+    void discardGenerated();
+
+    /// Asks the assistant. A blank question is ignored; questions may overlap.
+    void askAssistant(const std::string& question);
+    /// The label of the step that the assistant proposed, if any.
+    std::optional<std::string> proposedActionName() const;
+    /// Runs the proposed step, once.
+    void runProposed();
+
+    // --- Adoption (Adoption.cpp) -----------------------------------------------------------------
+
+    /// Adds a control family to the system and installs the composed graph of all adopted ones.
+    void adopt(const SOC2Template& family);
+
+private:
+    /// What the integrator reads at each evaluation; it outlives the engine if a copy does.
+    struct SourceInput {
+        std::string id = "Se";
+        double effort = 0;
+    };
+
+    /// What one operation brings to the closing of a criterion.
+    struct ClosureRequest {
+        std::string criterion;
+        std::string title;        ///< of the totem
+        std::string presence;     ///< the granted check's record
+        std::string evidenceRoot; ///< SHA-256, 64 lowercase hex characters
+        std::string evidenceName;
+        Json extra = Json::object();       ///< the operation's own keys of the payload
+        std::optional<std::string> asOf{}; ///< the seal time; none takes it after the mesh changed
+    };
+
+    struct Closure {
+        double gateBefore = 0;
+        double readinessBefore = 0;
+        double readinessAfter = 0;
+        std::string asOf;
+        Totem totem;
+
+        /// "40.0%→47.7%"
+        std::string change() const;
+    };
+
+    /// A document that was read and waits for its mapping.
+    struct Document {
+        std::string name;
+        std::string root;
+        std::string text{};
+        std::vector<std::string> allowed{}; ///< criterion ids, in mesh order
+    };
+
+    // Start-up
+    void loadMesh();
+    void loadRoleMap();
+    void loadChat();
+
+    // The model
+    tl::expected<void, GraphError> install(const BondGraph& graph, const std::string& note);
+    std::string describeModel() const;
+    void renderState();
+    Integrator makeIntegrator(const StateSpace& space);
+
+    // The run loop
+    void tick();
+    double currentRate() const;
+    PendingMeasurement measure() const;
+    void setDrive(double effort);
+
+    // Sealing
+    Totem appendTotem(std::string_view payload, const std::string& title,
+                      const std::string& presence, const std::string& asOf);
+    std::string writeForBouncer(const Totem& totem, std::string_view payload,
+                                const std::string& asOf);
+    Totem seal(const Json& payload, const std::string& title, const std::string& presence,
+               const std::string& asOf);
+    Closure closeCriterion(const ClosureRequest& request);
+
+    // Gap closing
+    std::optional<std::string> hashEvidence(const std::filesystem::path& file);
+
+    // The device
+    void refreshFacts();
+
+    // Evidence, policies, assistant
+    void mapDocument(const Document& document);
+    void stageEvidence(EvidenceProposal proposal, const std::vector<std::string>& allowed,
+                       const std::optional<EvidenceMapping>& mapping);
+    void stagePolicy(const std::string& criterion, const std::optional<std::string>& text);
+    tl::expected<void, FileError> writeArtifact(const std::string& name,
+                                                const std::string& text) const;
+    std::string assistantContext() const;
+    void takeAnswer(const std::string& question, const std::optional<AssistantReply>& answer);
+    void propose(const ProposedStep& step);
+    void appendChat(const std::string& speaker, const std::string& text);
+
+    // Work that is waited for
+    /// Runs `task` later, through the queue, unless the engine is gone by then.
+    void start(std::function<void()> task);
+    /// What a task hands its result to: runs the continuation through the queue, unless the engine
+    /// is gone by then. It may be called at any time and outlives the engine.
+    std::function<void(std::function<void()>)> resumption();
+
+    // Reporting
+    void refuse(std::string statusText, std::string_view event, Json fields = Json::object());
+    void cite(std::string claim, std::string source);
+    std::string now() const;
+    std::string ownerName() const;       ///< `principal`, or "unverified"
+    std::string contributorRole() const; ///< `role`, or "contributor"
+    std::string personName() const;      ///< `principal`, or "user"
+    const SOC2Mesh::Node* criterionNode(std::string_view id) const;
+    CardInputs cardInputs() const;
+
+    /// True when the person is being asked something just now; `again` then runs afterwards.
+    bool deferred(std::function<void()> again);
+
+    Ports ports_;
+    Directories directories_;
+    Log log_;
+    Notify notify_;
+    Presence presence_;
+    WorkQueue queue_;
+    std::deque<Citation> citationRows_;
+    std::deque<ChatMsg> chatRows_;
+    std::string encodedChat_; ///< the chat history file without its brackets
+    bool proposedAddEvidence_ = false;
+    std::optional<StateSpace> space_;
+    std::optional<Integrator> sim_;
+    TotemChain chain_;
+    double dt_ = 0.01;
+    std::shared_ptr<SourceInput> source_;
+    bool riskLatched_ = false;
+    /// Held weakly by whatever may call back after the engine is gone.
+    std::shared_ptr<EngineVM*> life_;
+};
+
+} // namespace kelvo

@@ -1,0 +1,128 @@
+#include "base/Files.h"
+#include "base/Sha256.h"
+#include "base/Text.h"
+#include "engine/EngineVM.h"
+#include "intelligence/EvidenceMapper.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace kelvo {
+namespace {
+
+constexpr const char* chooseManually = "On-device mapping unavailable — choose criteria manually.";
+
+/// A document is read whole to be decoded; a larger file is no document.
+constexpr std::size_t largestDocument = std::size_t{1} << 30;
+
+bool isPdf(const std::filesystem::path& file) {
+    return lowerCased(file.extension().native()) == ".pdf";
+}
+
+} // namespace
+
+void EngineVM::addEvidence() {
+    if (deferred([this] { addEvidence(); })) return;
+    const WorkQueue::Exclusive exclusive(queue_);
+    const auto file = ports_.filePanel.choose(
+        {"Add evidence",
+         "Select a compliance document (pdf, txt, md, json)",
+         {ContentType::pdf, ContentType::plainText, ContentType::text, ContentType::json}});
+    if (!file) return refuse("No document selected.", "evidence_no_file");
+    const auto bytes = readFile(*file, largestDocument);
+    if (!bytes) return refuse("Could not read document.", "evidence_unreadable");
+
+    Document document{.name = shownFileName(*file), .root = sha256Hex(*bytes)};
+    if (isPdf(*file)) {
+        document.text = ports_.pdfText.text(*bytes);
+    } else if (isValidUtf8(*bytes)) {
+        document.text = *bytes;
+    }
+    if (*mesh) {
+        for (const SOC2Mesh::Node& node : (*mesh)->nodes)
+            document.allowed.push_back(node.id);
+    }
+    status.set("Reading document on-device…");
+    log_.e("evidence_added", {{"name", document.name}, {"chars", characterCount(document.text)}});
+    start([this, document = std::move(document)] { mapDocument(document); });
+}
+
+void EngineVM::mapDocument(const Document& document) {
+    EvidenceMapper::mapEvidence(
+        ports_.model, document.text, document.allowed,
+        [this, name = document.name, root = document.root, allowed = document.allowed,
+         resume = resumption()](std::optional<EvidenceMapping> mapping) {
+            resume([this, name, root, allowed, mapping = std::move(mapping)] {
+                stageEvidence({name, root, chooseManually, {}}, allowed, mapping);
+            });
+        });
+}
+
+void EngineVM::stageEvidence(EvidenceProposal proposal, const std::vector<std::string>& allowed,
+                             const std::optional<EvidenceMapping>& mapping) {
+    const std::string name = proposal.name;
+    std::string outcome =
+        "On-device mapping unavailable for " + name + " — choose criteria manually.";
+    if (mapping && !mapping->criteria.empty()) {
+        // The model's word counts only where it names a criterion that exists, to the letter.
+        std::copy_if(mapping->criteria.begin(), mapping->criteria.end(),
+                     std::back_inserter(proposal.criteria), [&](const std::string& id) {
+                         return std::find(allowed.begin(), allowed.end(), id) != allowed.end();
+                     });
+        if (proposal.criteria.empty()) {
+            outcome = "Mapped no valid criteria for " + name + " — choose manually.";
+        } else {
+            proposal.summary = mapping->summary;
+            outcome = "Apple Intelligence mapped " + name + " → " +
+                      std::to_string(proposal.criteria.size()) + " criteria. Review & approve.";
+        }
+    }
+    const std::string root = proposal.root.substr(0, 12);
+    const std::size_t count = proposal.criteria.size();
+    evidenceProposal.set(std::move(proposal));
+    status.set(std::move(outcome));
+    cite("Staged evidence " + name + " [" + root + "] — " + std::to_string(count) +
+             " criteria proposed",
+         "Apple Intelligence on-device · sha256 " + root);
+}
+
+void EngineVM::confirmEvidence(const std::vector<std::string>& criteria) {
+    if (deferred([this, criteria] { confirmEvidence(criteria); })) return;
+    if (!*evidenceProposal || !*mesh) return;
+    const WorkQueue::Exclusive exclusive(queue_);
+    const EvidenceProposal proposal = **evidenceProposal;
+    const Presence::Result presence =
+        presence_.require("Approve evidence " + proposal.name + " — verify to seal");
+    if (!presence.ok) {
+        return refuse("Not verified — evidence not sealed. " + presence.record, "evidence_denied",
+                      {{"record", presence.record}});
+    }
+    const std::string moment = now();
+    std::size_t sealed = 0;
+    for (const std::string& id : criteria) {
+        const SOC2Mesh::Node* node = criterionNode(id);
+        if (node == nullptr || node->g >= 1.0) continue;
+        const Closure closure = closeCriterion({
+            .criterion = id,
+            .title = "Closed " + id + " (evidence)",
+            .presence = presence.record,
+            .evidenceRoot = proposal.root,
+            .evidenceName = proposal.name,
+            .extra = {{"evidence_summary", proposal.summary}, {"ai_mapped", true}},
+            .asOf = moment,
+        });
+        ++sealed;
+        cite("Sealed " + id + " from " + proposal.name + " [" + proposal.root.substr(0, 12) +
+                 "] — readiness " + closure.change(),
+             "owner " + ownerName() + " · Apple Intelligence mapped · presence " + presence.record);
+        log_.e("evidence_sealed",
+               {{"criterion", id}, {"evidence_name", proposal.name}, {"count", sealed}});
+    }
+    evidenceProposal.set(std::nullopt);
+    status.set(sealed == 0 ? "Nothing sealed — selected criteria already met."
+                           : "Sealed " + std::to_string(sealed) + " criteria from " +
+                                 proposal.name + ": readiness " + percent(*readiness) + ".");
+    proposeNBA();
+}
+
+} // namespace kelvo

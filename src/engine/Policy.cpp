@@ -1,0 +1,98 @@
+#include "base/Files.h"
+#include "base/Sha256.h"
+#include "base/Text.h"
+#include "engine/EngineVM.h"
+#include "intelligence/PolicyGen.h"
+
+#include <utility>
+
+namespace kelvo {
+
+void EngineVM::generatePolicy(const std::string& criterion) {
+    if (deferred([this, criterion] { generatePolicy(criterion); })) return;
+    const SOC2Mesh::Node* node = criterionNode(criterion);
+    if (node == nullptr) return status.set("Unknown criterion " + criterion + ".");
+    status.set("Writing policy for " + criterion + " on-device…");
+    log_.e("policy_generate_start", {{"criterion", criterion}});
+    const std::string owner = principal->value_or("owner");
+    start([this, criterion, evidence = node->evidence, owner] {
+        PolicyGen::generate(
+            ports_.model, criterion, evidence, owner,
+            [this, criterion, resume = resumption()](std::optional<std::string> text) {
+                resume([this, criterion, text = std::move(text)] { stagePolicy(criterion, text); });
+            });
+    });
+}
+
+void EngineVM::stagePolicy(const std::string& criterion, const std::optional<std::string>& text) {
+    if (!text) {
+        return refuse("On-device generation unavailable.", "policy_generate_unavailable",
+                      {{"criterion", criterion}});
+    }
+    const std::size_t characters = characterCount(*text);
+    generatedDoc.set(GeneratedDoc{criterion, *text});
+    status.set("Drafted a policy for " + criterion + " from the graph. Review & approve to seal.");
+    cite("Generated policy for " + criterion + " from graph variables (" +
+             std::to_string(characters) + " chars) — review pending",
+         "Apple Intelligence on-device · grounded in node evidence");
+    log_.e("policy_generated", {{"criterion", criterion}, {"chars", characters}});
+}
+
+void EngineVM::discardGenerated() {
+    if (deferred([this] { discardGenerated(); })) return;
+    generatedDoc.set(std::nullopt);
+}
+
+void EngineVM::approveGenerated() {
+    if (deferred([this] { approveGenerated(); })) return;
+    if (!*generatedDoc) return;
+    const GeneratedDoc draft = **generatedDoc;
+    const SOC2Mesh::Node* node = criterionNode(draft.criterion);
+    if (node == nullptr) return;
+    const WorkQueue::Exclusive exclusive(queue_);
+    const Presence::Result presence =
+        presence_.require("Approve generated policy for " + draft.criterion + " — verify to seal");
+    if (!presence.ok) {
+        return refuse("Not verified — policy not sealed. " + presence.record, "policy_denied",
+                      {{"criterion", draft.criterion}, {"record", presence.record}});
+    }
+    const std::string sha = sha256Hex(draft.text);
+    const std::string artifact = "policy-" + draft.criterion + "-" + sha.substr(0, 8) + ".txt";
+    if (const auto written = writeArtifact(artifact, draft.text); !written) {
+        return refuse("Could not write policy artifact: " + written.error().description,
+                      "policy_write_failed",
+                      {{"criterion", draft.criterion}, {"error", written.error().description}});
+    }
+    const Closure closure = closeCriterion({
+        .criterion = draft.criterion,
+        .title = "Sealed generated policy " + draft.criterion,
+        .presence = presence.record,
+        .evidenceRoot = sha,
+        .evidenceName = "policy-" + draft.criterion + ".txt",
+        .extra = {{"evidence_summary", "generated from graph variables"},
+                  {"generated", true},
+                  {"source_variables", node->evidence}},
+    });
+    status.set("Sealed generated policy for " + draft.criterion + ": readiness " +
+               closure.change() + ".");
+    cite("Sealed generated policy for " + draft.criterion + " → " + artifact + " [" +
+             sha.substr(0, 12) + "] — readiness " + closure.change(),
+         "owner " + ownerName() + " · generated from graph variables · presence " +
+             presence.record);
+    log_.e("policy_generated_sealed", {{"criterion", draft.criterion},
+                                       {"block", closure.totem.blockHash},
+                                       {"readiness_after", closure.readinessAfter}});
+    generatedDoc.set(std::nullopt);
+    proposeNBA();
+}
+
+tl::expected<void, FileError> EngineVM::writeArtifact(const std::string& name,
+                                                      const std::string& text) const {
+    // The name carries a criterion id from a file; it must not lead out of the folder.
+    if (!isPlainFileName(name)) {
+        return tl::unexpected(FileError{"\"" + name + "\" cannot be a file name"});
+    }
+    return writeFileAtomically(directories_.outputs / name, text);
+}
+
+} // namespace kelvo

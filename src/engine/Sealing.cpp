@@ -1,0 +1,104 @@
+#include "base/Text.h"
+#include "compliance/ControlClosure.h"
+#include "engine/EngineVM.h"
+#include "ledger/RecordFile.h"
+
+namespace kelvo {
+namespace {
+
+/// How much of a hash the status line and the citations show.
+std::string abbreviated(const std::string& hash) {
+    return hash.substr(0, 12);
+}
+
+} // namespace
+
+void EngineVM::bondCollapse() {
+    if (deferred([this] { bondCollapse(); })) return;
+    if (!*pending) return;
+    const WorkQueue::Exclusive exclusive(queue_);
+    const PendingMeasurement measurement = **pending;
+    status.set("HIPR — awaiting Touch ID…");
+    log_.e("hipr_request", {{"title", measurement.title}});
+    const Presence::Result presence =
+        presence_.require("BOND — collapse PENDING→FINAL, seal totem to chain");
+    if (!presence.ok) {
+        refuse("HIPR DENIED — no chain write. " + presence.record, "hipr_denied",
+               {{"record", presence.record}});
+        return;
+    }
+    const std::string asOf = now();
+    const Totem totem = appendTotem(measurement.payload, measurement.title, presence.record, asOf);
+    pending.set(std::nullopt);
+    const std::string outcome = writeForBouncer(totem, measurement.payload, asOf);
+
+    const std::string block = abbreviated(totem.blockHash);
+    const bool verified = chain_.verify();
+    status.set("FINAL — totem " + block + " idx " + std::to_string(totem.index) +
+               ". verify=" + (verified ? "true" : "false") + ". " + outcome);
+    cite("measurement collapsed → FINAL", "HIPR " + presence.record + " · block " + block);
+    log_.e("final", {{"index", totem.index},
+                     {"blockHash", totem.blockHash},
+                     {"verify", chain_.verify()},
+                     {"record", presence.record}});
+    cite("Checkpointed system state: " + std::to_string(adopted->size()) + " families",
+         "1 approval · totem " + block);
+    log_.e("checkpoint", {{"approvals", chain_.blocks().size()}, {"block", totem.blockHash}});
+    proposeNBA();
+}
+
+Totem EngineVM::appendTotem(std::string_view payload, const std::string& title,
+                            const std::string& presence, const std::string& asOf) {
+    Totem totem = chain_.append(payload, title, presence, asOf);
+    totems.set(Totems(chain_.blocks()));
+    return totem;
+}
+
+std::string EngineVM::writeForBouncer(const Totem& totem, std::string_view payload,
+                                      const std::string& asOf) {
+    return writeRecordFile(directories_.outputs, totem, payload, asOf);
+}
+
+Totem EngineVM::seal(const Json& payload, const std::string& title, const std::string& presence,
+                     const std::string& asOf) {
+    // A payload without a JSON form is sealed as no bytes at all: the decision was made and counts.
+    const std::string bytes = writeJson(payload).value_or("");
+    Totem totem = appendTotem(bytes, title, presence, asOf);
+    writeForBouncer(totem, bytes, asOf);
+    return totem;
+}
+
+std::string EngineVM::Closure::change() const {
+    return percent(readinessBefore) + "→" + percent(readinessAfter);
+}
+
+EngineVM::Closure EngineVM::closeCriterion(const ClosureRequest& request) {
+    Closure closure;
+    SOC2Mesh raised = **mesh;
+    SOC2Mesh::Node& node = *raised.find(request.criterion);
+    closure.gateBefore = node.g;
+    closure.readinessBefore = *readiness;
+    node.g = 1.0;
+    closure.readinessAfter = raised.readiness().value;
+    mesh.set(std::move(raised));
+    readiness.set(closure.readinessAfter);
+
+    closure.asOf = request.asOf.value_or(now());
+    Json payload = controlPayload({
+        .criterion = request.criterion,
+        .gateBefore = closure.gateBefore,
+        .owner = ownerName(),
+        .readinessBefore = closure.readinessBefore,
+        .readinessAfter = closure.readinessAfter,
+        .attestedAt = closure.asOf,
+        .presence = request.presence,
+        .tip = chain_.tip(),
+        .evidenceRoot = request.evidenceRoot,
+        .evidenceName = request.evidenceName,
+    });
+    payload.update(request.extra);
+    closure.totem = seal(payload, request.title, request.presence, closure.asOf);
+    return closure;
+}
+
+} // namespace kelvo

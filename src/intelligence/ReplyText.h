@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string_view>
+
+namespace kelvo {
+
+/// A model's reply without what some servers leave around it: a leading thinking block
+/// ("<think>…</think>"), and white space at both ends. The view lies inside `reply`.
+std::string_view withoutThinking(std::string_view reply);
+
+/// The JSON document of a reply: `withoutThinking`, and taken out of a code fence where the whole
+/// reply is one.
+std::string_view jsonBody(std::string_view reply);
+
+} // namespace kelvo
