@@ -1,0 +1,190 @@
+#pragma once
+
+#include "ports/Ports.h"
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+/// Scripted doubles of the ports. Those that ask the person something call `whileAsking` before
+/// they answer, where a test lets happen what a live event loop would.
+namespace kelvo::test {
+
+class FakeClock : public Clock {
+public:
+    TimePoint now() const override { return moment; }
+    TimePoint moment = TimePoint(std::chrono::seconds(1769850902)); // 2026-01-31T09:15:02Z
+};
+
+class FakeTicker : public Ticker {
+public:
+    void start(std::function<void()> tick) override {
+        ++starts;
+        tick_ = std::move(tick);
+    }
+    void stop() override { tick_ = nullptr; }
+
+    bool active() const { return static_cast<bool>(tick_); }
+
+    /// Fires up to `count` times; stops early where a tick stops the ticker.
+    int fire(int count = 1) {
+        int fired = 0;
+        for (; fired < count && tick_; ++fired) {
+            const auto tick = tick_; // the tick may stop the ticker and with it destroy itself
+            tick();
+        }
+        return fired;
+    }
+    /// A firing that was already under way when the ticker stopped.
+    std::function<void()> straggler() const { return tick_; }
+
+    int starts = 0;
+
+private:
+    std::function<void()> tick_;
+};
+
+class FakeEventLoop : public EventLoop {
+public:
+    void post(std::function<void()> work) override { posted_.push_back(std::move(work)); }
+    void processPending() override {
+        ++passes;
+        if (duringPass) duringPass();
+    }
+
+    /// Runs what was posted, also what that posts in turn.
+    void drain() {
+        while (!posted_.empty()) {
+            const auto work = std::move(posted_.front());
+            posted_.pop_front();
+            work();
+        }
+    }
+
+    int passes = 0;
+    std::function<void()> duringPass;
+
+private:
+    std::deque<std::function<void()>> posted_;
+};
+
+class FakeAccount : public Account {
+public:
+    std::string fullName() const override { return name; }
+    std::string name = "Ada Byron";
+};
+
+class FakeAuthentication : public OwnerAuthentication {
+public:
+    std::optional<std::string> unavailableReason() override { return unavailable; }
+    bool evaluate(const std::string& reason) override {
+        reasons.push_back(reason);
+        if (onAsk) onAsk(reason);
+        if (whileAsking) whileAsking();
+        return answer;
+    }
+    Biometry biometry() override { return kind; }
+
+    std::optional<std::string> unavailable;
+    bool answer = true;
+    Biometry kind = Biometry::fingerprint;
+    std::vector<std::string> reasons;
+    std::function<void()> whileAsking;
+    std::function<void(const std::string&)> onAsk; ///< for the transcript
+};
+
+class FakeNotifications : public Notifications {
+public:
+    bool hasApplicationIdentity() const override { return true; }
+    void requestAuthorization() override { ++authorizationRequests; }
+    void post(const Notification& notification, std::function<void()>) override {
+        posted.push_back(notification);
+        if (onPost) onPost(notification);
+    }
+    void console(const std::string& line) override { lines.push_back(line); }
+
+    int authorizationRequests = 0;
+    std::vector<Notification> posted;
+    std::vector<std::string> lines;
+    std::function<void(const Notification&)> onPost; ///< for the transcript
+};
+
+class FakeFilePanel : public FilePanel {
+public:
+    std::optional<std::filesystem::path> choose(const FilePanelRequest& request) override {
+        requests.push_back(request);
+        if (onAsk) onAsk(request);
+        if (whileAsking) whileAsking();
+        return choice;
+    }
+
+    std::optional<std::filesystem::path> choice;
+    std::vector<FilePanelRequest> requests;
+    std::function<void()> whileAsking;
+    std::function<void(const FilePanelRequest&)> onAsk; ///< for the transcript
+};
+
+class FakePdfText : public PdfText {
+public:
+    std::string text(std::string_view bytes) override {
+        lastBytes = bytes;
+        return answer;
+    }
+    std::string answer;
+    std::string lastBytes;
+};
+
+/// Answers by the executable's name and last argument: {"fdesetup status": "FileVault is On."}.
+class FakeProcesses : public Processes {
+public:
+    std::optional<std::string> run(const std::string& path,
+                                   const std::vector<std::string>& arguments) override {
+        const auto found =
+            outputs.find(std::filesystem::path(path).filename().string() + " " + arguments.back());
+        if (found == outputs.end()) return std::nullopt;
+        return found->second;
+    }
+
+    void secure() {
+        outputs = {{"fdesetup status", "FileVault is On.\n"},
+                   {"defaults globalstate", "1\n"},
+                   {"defaults askForPassword", "1\n"},
+                   {"csrutil status", "System Integrity Protection status: enabled.\n"},
+                   {"spctl --status", "assessments enabled\n"}};
+    }
+
+    std::map<std::string, std::string> outputs;
+};
+
+class FakeModel : public LanguageModel {
+public:
+    int osMajorVersion() const override { return version; }
+    std::optional<std::string> unavailableReason() override { return unavailable; }
+    void respond(const ModelRequest& request, Done done) override {
+        requests.push_back(request);
+        waiting_.push_back(std::move(done));
+    }
+
+    /// Answers the oldest request that is not answered, or the one at `position` among them.
+    void answer(tl::expected<std::string, ModelFailure> reply, std::size_t position = 0) {
+        const auto at = waiting_.begin() + static_cast<std::ptrdiff_t>(position);
+        const Done done = std::move(*at);
+        waiting_.erase(at);
+        done(std::move(reply));
+    }
+    void fail(const std::string& why) { answer(tl::unexpected(ModelFailure{why})); }
+    std::size_t open() const { return waiting_.size(); }
+
+    int version = 26;
+    std::optional<std::string> unavailable;
+    std::vector<ModelRequest> requests;
+
+private:
+    std::deque<Done> waiting_;
+};
+
+} // namespace kelvo::test
