@@ -49,7 +49,7 @@ EngineVM::EngineVM(const Ports& ports, Directories directories)
     : ports_(ports), directories_(std::move(directories)),
       log_(directories_.project / "kelvosoc2.events.ndjson", ports.clock),
       notify_(ports.notifications), presence_(ports.authentication),
-      source_(std::make_shared<SourceInput>()), life_(std::make_shared<EngineVM*>(this)) {
+      source_(std::make_shared<DrivenSource>()), life_(std::make_shared<EngineVM*>(this)) {
     load(startUpGraph());
     loadMesh();
     loadRoleMap();
@@ -58,7 +58,7 @@ EngineVM::EngineVM(const Ports& ports, Directories directories)
 }
 
 EngineVM::~EngineVM() {
-    *source_ = SourceInput{};
+    *source_ = DrivenSource{};
 }
 
 void EngineVM::load(const ExtractedGraph& graph) {
@@ -112,6 +112,13 @@ tl::expected<void, GraphError> EngineVM::install(const BondGraph& graph, const s
     log_.e("graph_loaded", {{"note", note}, {"nodes", graph.nodes.size()}, {"states", states}});
     proposeNBA();
     return {};
+}
+
+Integrator EngineVM::makeIntegrator(const StateSpace& space) const {
+    const auto slot = space.sourceSlot(source_->id);
+    return {space, SourceFunction([source = source_, slot](double, std::span<double> values) {
+                if (slot) values[*slot] = source->effort;
+            })};
 }
 
 std::string EngineVM::describeModel() const {

@@ -195,8 +195,9 @@ public:
     void adopt(const SOC2Template& family);
 
 private:
-    /// What the integrator reads at each evaluation; it outlives the engine if a copy does.
-    struct SourceInput {
+    /// The source that the engine drives. The integrator reads the effort at each evaluation and
+    /// shares it, so that a copy of the integrator stays valid without the engine.
+    struct DrivenSource {
         std::string id = "Se";
         double effort = 0;
     };
@@ -240,11 +241,10 @@ private:
     tl::expected<void, GraphError> install(const BondGraph& graph, const std::string& note);
     std::string describeModel() const;
     void renderState();
-    Integrator makeIntegrator(const StateSpace& space);
+    Integrator makeIntegrator(const StateSpace& space) const;
 
     // The run loop
     void tick();
-    double currentRate() const;
     PendingMeasurement measure() const;
     void setDrive(double effort);
 
@@ -309,7 +309,7 @@ private:
     std::optional<Integrator> sim_;
     TotemChain chain_;
     double dt_ = 0.01;
-    std::shared_ptr<SourceInput> source_;
+    std::shared_ptr<DrivenSource> source_;
     bool riskLatched_ = false;
     /// Held weakly by whatever may call back after the engine is gone.
     std::shared_ptr<EngineVM*> life_;

@@ -23,7 +23,7 @@ void EngineVM::tick() {
     sim_->step(dt_);
     t.set(sim_->t());
     risk.set(sim_->risk());
-    rate.set(currentRate());
+    rate.set(sim_->dissipation());
     renderState();
     proposeNBA();
     if (!(*rate > rateLimit) || riskLatched_) return;
