@@ -7,8 +7,6 @@
 namespace kelvo {
 namespace {
 
-const NBA none{"", "", std::nullopt};
-
 struct Row {
     const char* name;
     CardInputs inputs;
