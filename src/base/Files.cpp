@@ -3,6 +3,7 @@
 #include "base/Text.h"
 
 #include <fcntl.h>
+#include <stdio.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -98,6 +99,39 @@ int writeNew(const fs::path& path, std::string_view bytes) {
     return ::close(file.release()) == 0 ? 0 : errno;
 }
 
+/// Gives `temporary` the name `path` unless something has that name: EEXIST then.
+int renameWithoutReplacing(const fs::path& temporary, const fs::path& path) {
+    if (::renameat2(AT_FDCWD, temporary.c_str(), AT_FDCWD, path.c_str(), RENAME_NOREPLACE) == 0) {
+        return 0;
+    }
+    if (errno != EINVAL && errno != ENOSYS) return errno;
+    // Some network file systems know no such rename; a hard link refuses a taken name as well.
+    return ::link(temporary.c_str(), path.c_str()) == 0 ? 0 : errno;
+}
+
+int createAtomically(const fs::path& path, std::string_view bytes) {
+    const fs::path temporary = temporaryBeside(path);
+    int code = writeNew(temporary, bytes);
+    if (code == 0) code = renameWithoutReplacing(temporary, path);
+    ::unlink(temporary.c_str());
+    return code;
+}
+
+int appendWhole(int file, std::string_view line) {
+    ssize_t written = 0;
+    do {
+        written = ::write(file, line.data(), line.size());
+    } while (written < 0 && errno == EINTR);
+    if (written < 0) return errno;
+    if (static_cast<std::size_t>(written) == line.size()) return 0;
+    // Half a line would spoil the next one too. It is taken back unless somebody has appended
+    // since.
+    const off_t end = ::lseek(file, 0, SEEK_CUR);
+    struct stat status {};
+    if (::fstat(file, &status) != 0 || status.st_size != end) return ENOSPC;
+    return ::ftruncate(file, end - written) == 0 ? ENOSPC : errno;
+}
+
 void flushFolderOf(const fs::path& path) {
     const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
     const Descriptor opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
@@ -156,6 +190,27 @@ tl::expected<void, FileError> writeFileAtomically(const fs::path& path, std::str
     }
     flushFolderOf(path);
     return {};
+}
+
+tl::expected<void, FileError> appendLine(const fs::path& path, std::string_view line) {
+    constexpr int flags = O_WRONLY | O_APPEND | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
+    // A second look, for a file that another process creates at the same moment.
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        const Descriptor file(::open(path.c_str(), flags));
+        if (file.valid()) {
+            struct stat status {};
+            if (::fstat(file.number(), &status) != 0) return failure(path, errno);
+            if (!S_ISREG(status.st_mode)) return refusal(path, "not a regular file");
+            const int code = appendWhole(file.number(), line);
+            if (code != 0) return failure(path, code);
+            return {};
+        }
+        if (errno != ENOENT) return failure(path, errno);
+        const int code = createAtomically(path, line);
+        if (code == 0) return {};
+        if (code != EEXIST) return failure(path, code);
+    }
+    return failure(path, ENOENT);
 }
 
 bool isPlainFileName(std::string_view name) {

@@ -37,6 +37,11 @@ readFileInPieces(const std::filesystem::path& path,
 tl::expected<void, FileError> writeFileAtomically(const std::filesystem::path& path,
                                                   std::string_view bytes);
 
+/// Appends `line` to a regular file in one write, so that lines of several processes never mix, and
+/// creates the file, as atomically as above, where there is none. A line that does not fit whole is
+/// taken back. Never waits for a FIFO's other end.
+tl::expected<void, FileError> appendLine(const std::filesystem::path& path, std::string_view line);
+
 /// True for a name that stands for one entry of a folder: not empty, not "." or "..", without "/"
 /// or a NUL byte.
 bool isPlainFileName(std::string_view name);

@@ -19,6 +19,18 @@ void insist(int outcome) {
     if (outcome != 1) std::abort();
 }
 
+using HexText = std::array<char, 2 * std::tuple_size_v<Sha256Digest>>;
+
+HexText hexText(const Sha256Digest& digest) {
+    constexpr std::string_view digits = "0123456789abcdef";
+    HexText text{};
+    for (std::size_t i = 0; i < digest.size(); ++i) {
+        text[2 * i] = digits[digest[i] >> 4];
+        text[2 * i + 1] = digits[digest[i] & 15];
+    }
+    return text;
+}
+
 } // namespace
 
 Sha256Digest sha256(std::string_view bytes) {
@@ -28,13 +40,13 @@ Sha256Digest sha256(std::string_view bytes) {
 }
 
 std::string hex(const Sha256Digest& digest) {
-    constexpr std::string_view digits = "0123456789abcdef";
-    std::string text(2 * digest.size(), '0');
-    for (std::size_t i = 0; i < digest.size(); ++i) {
-        text[2 * i] = digits[digest[i] >> 4];
-        text[2 * i + 1] = digits[digest[i] & 15];
-    }
-    return text;
+    const HexText text = hexText(digest);
+    return {text.data(), text.size()};
+}
+
+bool isHexOf(const Sha256Digest& digest, std::string_view text) {
+    const HexText expected = hexText(digest);
+    return text == std::string_view(expected.data(), expected.size());
 }
 
 std::string sha256Hex(std::string_view bytes) {

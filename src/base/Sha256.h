@@ -16,6 +16,9 @@ Sha256Digest sha256(std::string_view bytes);
 /// Two lowercase hexadecimal digits a byte, no separator: 64 characters.
 std::string hex(const Sha256Digest& digest);
 
+/// `hex(digest) == text`, without making the text.
+bool isHexOf(const Sha256Digest& digest, std::string_view text);
+
 /// `hex(sha256(bytes))`.
 std::string sha256Hex(std::string_view bytes);
 

@@ -18,10 +18,18 @@ Json recordDocument(const Totem& totem, std::string_view payload, const std::str
     return document;
 }
 
-std::string recordFileName(const Json& document, const Totem& totem) {
+namespace {
+
+std::string sourceOf(const Json& document) {
     const Json& source = document.at("sourceDb");
-    return (source.is_string() ? source.get<std::string>() : "collapse") + "-" +
-           std::to_string(totem.index) + "-" + totem.blockHash.substr(0, 12) + ".totem.json";
+    return source.is_string() ? source.get<std::string>() : "collapse";
+}
+
+} // namespace
+
+std::string recordFileName(const Json& document, const Totem& totem) {
+    return sourceOf(document) + "-" + std::to_string(totem.index) + "-" +
+           totem.blockHash.substr(0, 12) + ".totem.json";
 }
 
 std::string writeRecordFile(const std::filesystem::path& directory, const Totem& totem,
@@ -29,9 +37,11 @@ std::string writeRecordFile(const std::filesystem::path& directory, const Totem&
     const Json document = recordDocument(totem, payload, asOf);
     const auto bytes = writeJson(document, JsonLayout::pretty);
     if (!bytes) return "outputs: encode-failed";
-    const std::string name = recordFileName(document, totem);
-    if (!isPlainFileName(name)) return "outputs: \"" + name + "\" cannot be a file name";
-    const auto written = writeFileAtomically(directory / name, *bytes);
+    const std::string source = sourceOf(document);
+    if (!isPlainFileName(source)) {
+        return "outputs: \"" + source + "\" cannot be part of a file name";
+    }
+    const auto written = writeFileAtomically(directory / recordFileName(document, totem), *bytes);
     return written ? "→ outputs (bouncer will seal)" : "outputs: " + written.error().description;
 }
 

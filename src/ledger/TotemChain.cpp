@@ -77,14 +77,14 @@ Totem TotemChain::append(std::string_view payload, std::string title, std::strin
     return totem;
 }
 
-bool TotemChain::verify() const {
+bool TotemChain::verify(const Blocks& blocks) {
     const std::string* expected = &genesis();
     std::string preimage;
     std::int64_t index = 0;
-    for (const Totem& block : blocks_) {
+    for (const Totem& block : blocks) {
         if (block.index != index || block.prev != *expected) return false;
         writePreimage(preimage, index, block.prev, block.payloadRoot);
-        if (sha(preimage) != block.blockHash) return false;
+        if (!isHexOf(sha256(preimage), block.blockHash)) return false;
         expected = &block.blockHash;
         ++index;
     }

@@ -23,7 +23,8 @@ struct Totem {
     bool operator==(const Totem&) const = default;
 };
 
-/// The totem as a JSON object with the field names as keys.
+/// The totem as a JSON object with the field names as keys. Reading one back fails with the name of
+/// the member that is missing or of the wrong type.
 Json toJson(const Totem& totem);
 tl::expected<Totem, std::string> totemFromJson(const Json& value);
 
@@ -39,7 +40,10 @@ public:
                  std::string asOf);
 
     /// Rechecks every index, link and block hash. True for an empty chain.
-    bool verify() const;
+    bool verify() const { return verify(blocks_); }
+
+    /// As `verify()` for blocks that come from elsewhere.
+    static bool verify(const Blocks& blocks);
 
     /// Block hash of the last block, or the genesis text.
     std::string tip() const;
