@@ -1,4 +1,4 @@
-#include "Reference.h"
+#include "support/KernelReference.h"
 
 #include <map>
 #include <utility>
