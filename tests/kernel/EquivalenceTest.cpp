@@ -178,10 +178,10 @@ class RandomGraph : public testing::TestWithParam<std::uint64_t> {};
 TEST_P(RandomGraph, MeansTheSameToTheCompiledKernelAndToTheLiteralOne) {
     RandomGraphs random(GetParam());
     Tally tally;
-    for (int i = 0; i < 2500 && !HasFatalFailure(); ++i)
+    for (int i = 0; i < 4000 && !HasFatalFailure(); ++i)
         expectSame(random.graph(), random, tally);
-    EXPECT_GT(tally.sound, 900);
-    EXPECT_GT(tally.structure, 150);
+    EXPECT_GT(tally.sound, 1500);
+    EXPECT_GT(tally.structure, 250);
     EXPECT_GT(tally.overCausal, 50);
     EXPECT_GT(tally.underCausal, 10);
     EXPECT_GT(tally.derivativeCausality, 100);
@@ -294,15 +294,15 @@ BondGraph star(NodeKind junction, std::size_t arms) {
 TEST(LargeGraph, MeansTheSameToTheCompiledKernelAndToTheLiteralOne) {
     RandomGraphs random(99);
     Tally tally;
-    for (const std::size_t count : {0, 1, 2, 9, 23}) {
-        expectSame(validated(support::familiesComposed(count == 0 ? 1 : count)), random, tally);
+    for (const std::size_t count : {1, 2, 9, 23}) {
+        expectSame(validated(support::familiesComposed(count)), random, tally);
     }
     expectSame(validated(support::startupGraph()), random, tally);
     for (const bool reversed : {false, true})
         expectSame(ladder(70, reversed), random, tally);
     expectSame(star(NodeKind::j0, 150), random, tally);
     expectSame(star(NodeKind::j1, 150), random, tally);
-    EXPECT_EQ(tally.sound, 10);
+    EXPECT_EQ(tally.sound, 9);
 }
 
 } // namespace
