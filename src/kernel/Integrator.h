@@ -48,11 +48,31 @@ public:
     double dissipation();
 
 private:
+    /// The slots of one evaluation. Two of them take turns, so that the state of the next stage can
+    /// be written while the last one's derivative is still read.
+    using Slots = std::vector<double>;
+
+    bool readSources(Slots& slots, double t);
+    bool readState(Slots& slots);
+    void evaluate(double t);
+    void derive(Slots& slots);
+    void advance(const Slots& from, Slots& to, std::vector<double>& k, double h);
+    void finish(const Slots& from, double h);
+    void clearMissing(Slots& slots) const;
+
     StateSpace space_;
     SourceFunction sources_;
     std::vector<double> state_;
     double t_ = 0;
     double risk_ = 0;
+
+    std::vector<double> values_; ///< what the source function wrote last
+    std::vector<double> x_;      ///< the state at the start of the step, in the order of the slots
+    std::vector<double> k1_, k2_, k3_;
+    Slots even_;
+    Slots odd_;
+    bool evaluated_ = false; ///< `even_` is an evaluation of its own state, and `rate_` its loss
+    double rate_ = 0;
 };
 
 } // namespace kelvo

@@ -1,0 +1,83 @@
+#include "kernel/Tape.h"
+
+#include <array>
+#include <utility>
+
+namespace kelvo::kernel_detail {
+
+namespace {
+
+template <Code code>
+double compute(double a, double x, double c, [[maybe_unused]] double y, [[maybe_unused]] double d) {
+    constexpr bool divides = code == Code::quotient || code == Code::addQuotient ||
+                             code == Code::addQuotProduct || code == Code::addQuotients;
+    const double first = divides ? x / c : x * c;
+    if constexpr (code == Code::product || code == Code::quotient) {
+        return first;
+    } else if constexpr (code == Code::addProduct || code == Code::addQuotient) {
+        return a + first;
+    } else if constexpr (code == Code::addProducts || code == Code::addQuotProduct) {
+        return a + first + y * d;
+    } else {
+        return a + first + y / d;
+    }
+}
+
+template <Code code>
+void single(double* slots, const Run& run, const double*, const Index*) {
+    slots[run.dst] = compute<code>(slots[run.a], slots[run.x], run.c, slots[run.y], run.d);
+}
+
+template <Code code>
+void dense(double* slots, const Run& run, const double* constants, const Index*) {
+    // The slots that a run writes are never among those that it reads.
+    double* __restrict dst = slots + run.dst;
+    const double* a = slots + run.a;
+    const double* x = slots + run.x;
+    const double* y = slots + run.y;
+    const double* c = constants + run.firstConstant;
+    const double* d = c + run.count;
+    const Index count = run.count;
+    for (Index i = 0; i < count; ++i)
+        dst[i] = compute<code>(a[i], x[i], c[i], y[i], d[i]);
+}
+
+template <Code code>
+void gathered(double* slots, const Run& run, const double* constants, const Index* indices) {
+    double* __restrict dst = slots + run.dst;
+    const double* from = slots;
+    const double* c = constants + run.firstConstant;
+    const double* d = c + run.count;
+    const Index count = run.count;
+    const Index* a = indices + run.firstGathered;
+    const Index* x = a + count;
+    const Index* y = x + count;
+    for (Index i = 0; i < count; ++i) {
+        dst[i] = compute<code>(from[a[i]], from[x[i]], c[i], from[y[i]], d[i]);
+    }
+}
+
+using Kernels = std::array<Run::Kernel, codeCount>;
+
+template <std::size_t... codes>
+constexpr std::array<Kernels, 3> kernelTable(std::index_sequence<codes...>) {
+    return {Kernels{single<static_cast<Code>(codes)>...},
+            Kernels{dense<static_cast<Code>(codes)>...},
+            Kernels{gathered<static_cast<Code>(codes)>...}};
+}
+
+constexpr std::array<Kernels, 3> kernels = kernelTable(std::make_index_sequence<codeCount>());
+
+} // namespace
+
+Run::Kernel singleKernel(Code code) {
+    return kernels[0][static_cast<std::size_t>(code)];
+}
+Run::Kernel denseKernel(Code code) {
+    return kernels[1][static_cast<std::size_t>(code)];
+}
+Run::Kernel gatheredKernel(Code code) {
+    return kernels[2][static_cast<std::size_t>(code)];
+}
+
+} // namespace kelvo::kernel_detail
