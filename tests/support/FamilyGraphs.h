@@ -38,7 +38,7 @@ inline ExtractedGraph familiesComposed(std::size_t count) {
                          .bonds = {{"owner", "owner_j0"}}};
     for (std::size_t k = 1; k <= count; ++k) {
         const FamilyParams& family = families[(k - 1) % families.size()];
-        const std::string prefix = "f" + std::to_string(k) + "_";
+        const std::string prefix = std::string("f").append(std::to_string(k)).append("_");
         const std::string id = family.id;
         const std::string tf = prefix + "TF_" + id;
         const std::string junction = prefix + "1_" + id;
