@@ -1,0 +1,207 @@
+#include "ledger/RecordFile.h"
+
+#include "base/Files.h"
+#include "support/Child.h"
+#include "support/TemporaryDirectory.h"
+
+#include <gmock/gmock.h>
+#include <sched.h>
+#include <sys/mount.h>
+
+#include <iostream>
+
+namespace kelvo {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::StartsWith;
+
+const std::string asOf = "2026-01-31T09:15:02Z";
+const std::string written = "→ outputs (bouncer will seal)";
+
+class RecordFileTest : public testing::Test {
+protected:
+    Totem seal(std::string_view payload) {
+        return chain_.append(payload, "a/b — ✓", "HIPR:TouchID:present", asOf);
+    }
+    std::string write(std::string_view payload) {
+        return writeRecordFile(folder_.path(), seal(payload), payload, asOf);
+    }
+    std::vector<std::string> names() const {
+        std::vector<std::string> all;
+        for (const auto& entry : fs::directory_iterator(folder_.path()))
+            all.push_back(entry.path().filename().string());
+        return all;
+    }
+
+    TotemChain chain_;
+    test::TemporaryDirectory folder_;
+};
+
+TEST_F(RecordFileTest, HoldsThePayloadAndTheSealInSortedOrder) {
+    const std::string payload = R"({"risk":0.5,"state":[],"t":1,"tip":"0"})";
+    ASSERT_EQ(write(payload), written);
+    const Totem& totem = chain_.blocks().back();
+    const std::string name = "collapse-0-" + totem.blockHash.substr(0, 12) + ".totem.json";
+    ASSERT_EQ(names(), std::vector<std::string>{name});
+    const std::string expected = R"({
+  "appBlockHash" : ")" + totem.blockHash +
+                                 R"(",
+  "appIndex" : 0,
+  "appPrev" : "0000000000000000000000000000000000000000000000000000000000000000",
+  "asOf" : "2026-01-31T09:15:02Z",
+  "firedBy" : "HIPR:TouchID:present",
+  "payloadRoot" : ")" + totem.payloadRoot +
+                                 R"(",
+  "risk" : 0.5,
+  "sourceDb" : "collapse",
+  "state" : [],
+  "t" : 1,
+  "tip" : "0",
+  "title" : "a\/b — ✓"
+})";
+    EXPECT_EQ(readFile(folder_.path() / name), expected);
+}
+
+TEST_F(RecordFileTest, LetsThePayloadNameSourceAndTitleOnly) {
+    const std::string payload =
+        R"({"sourceDb":"control","title":"mine","appIndex":99,"asOf":"x","firedBy":"x",
+            "appBlockHash":"x","payloadRoot":"x","appPrev":"x","other":{"kept":[1,null]}})";
+    const Totem totem = seal(payload);
+    EXPECT_EQ(recordDocument(totem, payload, asOf), (Json{{"sourceDb", "control"},
+                                                          {"title", "mine"},
+                                                          {"appIndex", 0},
+                                                          {"asOf", asOf},
+                                                          {"firedBy", totem.firedBy},
+                                                          {"appBlockHash", totem.blockHash},
+                                                          {"payloadRoot", totem.payloadRoot},
+                                                          {"appPrev", totem.prev},
+                                                          {"other", {{"kept", {1, nullptr}}}}}));
+    EXPECT_THAT(recordFileName(recordDocument(totem, payload, asOf), totem),
+                StartsWith("control-0-"));
+}
+
+TEST_F(RecordFileTest, IsWrittenForAPayloadThatIsNoObject) {
+    for (const char* payload : {"", "[1]", "null", "{\"a\":", "{\"a\":\"\xFF\"}"}) {
+        const Totem totem = seal(payload);
+        const Json document = recordDocument(totem, payload, asOf);
+        EXPECT_EQ(document.size(), 8U) << payload;
+        EXPECT_EQ(document.at("sourceDb"), "collapse");
+        EXPECT_EQ(document.at("title"), "a/b — ✓");
+        EXPECT_EQ(writeRecordFile(folder_.path(), totem, payload, asOf), written);
+    }
+    EXPECT_EQ(names().size(), 5U);
+}
+
+TEST_F(RecordFileTest, KeepsASourceThatIsNoTextButNamesTheFileCollapse) {
+    const std::string payload = R"({"sourceDb":null,"title":7})";
+    const Totem totem = seal(payload);
+    const Json document = recordDocument(totem, payload, asOf);
+    EXPECT_EQ(document.at("sourceDb"), nullptr);
+    EXPECT_EQ(document.at("title"), 7);
+    EXPECT_THAT(recordFileName(document, totem), StartsWith("collapse-0-"));
+}
+
+TEST_F(RecordFileTest, RefusesASourceThatIsNoPlainFileName) {
+    const fs::path inner = folder_.path() / "inner";
+    fs::create_directory(inner);
+    for (const char* source : {"../x", "a/b", "/tmp/x", "", ".", "..", "a\\u0000b"}) {
+        const std::string payload = "{\"sourceDb\":\"" + std::string(source) + "\"}";
+        const std::string outcome = writeRecordFile(inner, seal(payload), payload, asOf);
+        EXPECT_THAT(outcome, testing::AllOf(StartsWith("outputs: \""),
+                                            testing::EndsWith("cannot be part of a file name")));
+    }
+    EXPECT_TRUE(fs::is_empty(inner));
+    EXPECT_EQ(names(), std::vector<std::string>{"inner"});
+}
+
+TEST_F(RecordFileTest, SaysWhenTheDocumentHasNoJsonForm) {
+    const Totem totem = chain_.append("{}", "\xFF", "HIPR:TouchID:present", asOf);
+    EXPECT_EQ(writeRecordFile(folder_.path(), totem, "{}", asOf), "outputs: encode-failed");
+    EXPECT_TRUE(names().empty());
+}
+
+TEST_F(RecordFileTest, ReplacesOnlyTheFileOfTheSameSeal) {
+    const Totem totem = seal("{}");
+    ASSERT_EQ(writeRecordFile(folder_.path(), totem, "{}", "earlier"), written);
+    ASSERT_EQ(writeRecordFile(folder_.path(), totem, "{}", asOf), written);
+    ASSERT_EQ(names().size(), 1U);
+    EXPECT_EQ(parseJson(*readFile(folder_.path() / names().front()))->at("asOf"), asOf);
+}
+
+TEST_F(RecordFileTest, SaysWhyItCannotBeWrittenAndLeavesTheChainWhole) {
+    EXPECT_THAT(writeRecordFile(folder_.path() / "missing", seal("{}"), "{}", asOf),
+                testing::AllOf(StartsWith("outputs: "),
+                               testing::EndsWith(".totem.json: No such file or directory")));
+    EXPECT_FALSE(fs::exists(folder_.path() / "missing"));
+
+    const Totem taken = seal("{}");
+    const fs::path name = folder_.path() / recordFileName(recordDocument(taken, "{}", asOf), taken);
+    fs::create_directory(name);
+    EXPECT_THAT(writeRecordFile(folder_.path(), taken, "{}", asOf),
+                testing::EndsWith("Is a directory"));
+    EXPECT_TRUE(fs::is_directory(name));
+    EXPECT_EQ(names().size(), 1U) << "a temporary file was left behind";
+
+    const std::string longName = "{\"sourceDb\":\"" + std::string(300, 'n') + "\"}";
+    EXPECT_THAT(write(longName), testing::EndsWith("File name too long"));
+    EXPECT_EQ(chain_.blocks().size(), 3U);
+    EXPECT_TRUE(chain_.verify());
+}
+
+TEST_F(RecordFileTest, SaysWhenTheDirectoryIsReadOnly) {
+    fs::permissions(folder_.path(), fs::perms::owner_read | fs::perms::owner_exec |
+                                        fs::perms::others_read | fs::perms::others_exec);
+    const std::string outcome = test::inChild([this] {
+        test::becomeNobody();
+        return write("{}");
+    });
+    fs::permissions(folder_.path(), fs::perms::owner_all);
+    EXPECT_THAT(outcome, testing::EndsWith("Permission denied"));
+    EXPECT_TRUE(names().empty());
+}
+
+TEST_F(RecordFileTest, LeavesNothingOfAFileThatDidNotFit) {
+    ASSERT_EQ(write("{}"), written);
+    const std::string before = *readFile(folder_.path() / names().front());
+    const std::string outcome = test::inChild([this] {
+        test::limitFilesTo(64);
+        return write("{\"n\":1}") + writeRecordFile(folder_.path(), chain_.blocks()[0], "{}", "x");
+    });
+    EXPECT_THAT(outcome, testing::EndsWith("File too large"));
+    EXPECT_THAT(outcome, testing::Not(testing::HasSubstr(written)));
+    ASSERT_EQ(names().size(), 1U);
+    EXPECT_EQ(readFile(folder_.path() / names().front()), before);
+}
+
+TEST_F(RecordFileTest, LeavesNothingOnAFileSystemThatIsFull) {
+    const std::string outcome = test::inChild([this]() -> std::string {
+        // A mount of this process alone: it is gone with the process, however that ends.
+        if (::unshare(CLONE_NEWNS) != 0 ||
+            ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
+            ::mount("tmpfs", folder_.path().c_str(), "tmpfs", 0, "size=64k") != 0) {
+            return "cannot mount";
+        }
+        std::string said;
+        std::size_t good = 0;
+        for (int i = 0; i < 100; ++i) {
+            const std::string payload =
+                "{\"fill\":\"" + std::string(3000, 'x') + "\",\"n\":" + std::to_string(i) + "}";
+            said = write(payload);
+            if (said == written) ++good;
+        }
+        if (good == 0 || good != names().size()) return "lost or left something";
+        for (const std::string& name : names()) {
+            const auto bytes = readFile(folder_.path() / name);
+            if (!bytes || !parseJson(*bytes)) return "torn: " + name;
+        }
+        return said;
+    });
+    if (outcome == "cannot mount") {
+        GTEST_SKIP() << "NOT TESTED: this process may not mount a small file system";
+    }
+    EXPECT_THAT(outcome, testing::EndsWith("No space left on device"));
+}
+
+} // namespace
+} // namespace kelvo
