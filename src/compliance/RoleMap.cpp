@@ -9,7 +9,9 @@
 namespace kelvo {
 namespace {
 
-constexpr std::size_t largestRoleMapFile = std::size_t{64} << 20;
+/// A task of the map goes into the record of its closing, which must stay readable at the next
+/// start.
+constexpr std::size_t largestRoleMapFile = std::size_t{1} << 20;
 
 RoleMap::Role readRole(JsonReader& reader) {
     RoleMap::Role role{.role = reader.string("role"), .readonly = reader.boolean("readonly")};

@@ -5,24 +5,49 @@
 #include "base/Text.h"
 
 #include <algorithm>
+#include <cmath>
+#include <iterator>
 #include <limits>
+#include <optional>
 #include <utility>
 
 namespace kelvo {
 namespace {
 
-/// A mesh of a hundred thousand criteria stays far below; what is larger is another kind of file.
-constexpr std::size_t largestMeshFile = std::size_t{64} << 20;
+/// A hundred thousand criteria of 150 bytes; what is larger is another kind of file.
+constexpr std::size_t largestMeshFile = std::size_t{16} << 20;
 
-std::int64_t addHeld(std::int64_t sum, std::int64_t term) {
-    std::int64_t result = 0;
-    if (!__builtin_add_overflow(sum, term, &result)) return result;
-    using Limits = std::numeric_limits<std::int64_t>;
-    return term > 0 ? Limits::max() : Limits::min();
+/// Wide enough for the sum of any number of 64-bit weights that memory can hold.
+__extension__ using WideSum = __int128;
+
+constexpr WideSum largestSum = std::numeric_limits<std::int64_t>::max();
+constexpr WideSum smallestSum = std::numeric_limits<std::int64_t>::min();
+
+WideSum sumOfWeights(const std::vector<SOC2Mesh::Node>& nodes) {
+    WideSum sum = 0;
+    for (const SOC2Mesh::Node& node : nodes)
+        sum += node.w;
+    return sum;
 }
 
+/// What keeps readiness from being a number. Closing a node only replaces its g by 1, so a mesh
+/// without such a fault never gets one.
+std::optional<std::string> faultOfSums(const std::vector<SOC2Mesh::Node>& nodes) {
+    const WideSum weights = sumOfWeights(nodes);
+    if (weights > largestSum || weights < smallestSum)
+        return "nodes: the weights w add up to more than 64 bits hold";
+    double magnitude = 0;
+    for (const SOC2Mesh::Node& node : nodes)
+        magnitude += std::max(1.0, std::abs(node.g)) * std::abs(static_cast<double>(node.w));
+    if (!std::isfinite(magnitude)) return "nodes: the products of g and w are too large to add up";
+    return std::nullopt;
+}
+
+/// What closing the node would add to Σ g·w. A level that is not a number counts as no impact, so
+/// that the order stays one.
 double impact(const SOC2Mesh::Node& node) {
-    return (1 - node.g) * static_cast<double>(node.w);
+    const double gain = (1 - node.g) * static_cast<double>(node.w);
+    return std::isnan(gain) ? 0 : gain;
 }
 
 bool isGap(const SOC2Mesh::Node& node) {
@@ -52,6 +77,7 @@ tl::expected<SOC2Mesh, std::string> SOC2Mesh::fromJson(const Json& document) {
                               .evidence = node.string("evidence")});
     });
     if (reader.error()) return tl::unexpected(*reader.error());
+    if (auto fault = faultOfSums(mesh.nodes)) return tl::unexpected(std::move(*fault));
     return mesh;
 }
 
@@ -67,13 +93,13 @@ Json SOC2Mesh::toJson() const {
 }
 
 SOC2Mesh::Readiness SOC2Mesh::readiness() const {
-    Readiness sum;
-    for (const Node& node : nodes) {
-        sum.sumGW += node.g * static_cast<double>(node.w);
-        sum.sumW = addHeld(sum.sumW, node.w);
-    }
-    if (sum.sumW != 0) sum.value = sum.sumGW / static_cast<double>(sum.sumW);
-    return sum;
+    Readiness result;
+    for (const Node& node : nodes)
+        result.sumGW += node.g * static_cast<double>(node.w);
+    const WideSum weights = sumOfWeights(nodes);
+    result.sumW = static_cast<std::int64_t>(std::clamp(weights, smallestSum, largestSum));
+    if (weights != 0) result.value = result.sumGW / static_cast<double>(weights);
+    return result;
 }
 
 std::vector<SOC2Mesh::Node> SOC2Mesh::gaps() const {
