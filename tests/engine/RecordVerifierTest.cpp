@@ -32,12 +32,15 @@ protected:
             vm.attestRoleControl({"B", "Sign / read", "attest"});
             vm.closeRoleControlViaOS({"C", "Lock", "os"});
             world.clock.moment += std::chrono::hours(24);
+            world.account.name = "Charles Babbage";
         }
     }
 
-    std::filesystem::path record(std::size_t index) const {
+    /// The first run's closing of a criterion, in the middle of its chain.
+    std::filesystem::path middleRecord() const {
         for (const std::string& name : world.files()) {
-            if (name.find("-" + std::to_string(index) + "-") != std::string::npos) {
+            const auto bytes = readFile(world.outputs() / name);
+            if (bytes && bytes->find("\"gate_before\" : 0.1") != std::string::npos) {
                 return world.outputs() / name;
             }
         }
@@ -48,12 +51,12 @@ protected:
 };
 
 TEST_F(RecordVerifier, AcceptsEverythingThatTheEngineSealed) {
-    EXPECT_EQ(world.files().size(), 11U) << "ten records and the mesh";
+    EXPECT_EQ(world.files().size(), 9U) << "five records, three of the second run, and the mesh";
     EXPECT_EQ(verdict(world), 0);
 }
 
 TEST_F(RecordVerifier, FindsWhatWasChangedRemovedOrMadeUp) {
-    const auto file = record(2);
+    const auto file = middleRecord();
     const std::string bytes = *readFile(file);
     const auto replaced = [&](const std::string& from, const std::string& to) {
         std::string copy = bytes;
