@@ -80,4 +80,72 @@ Run::Kernel gatheredKernel(Code code) {
     return kernels[2][static_cast<std::size_t>(code)];
 }
 
+namespace {
+
+/// Calls `each(i, k)` for the states of a stretch, where k(slots) reads the derivative of state i.
+template <class Each>
+[[gnu::always_inline]] inline void overSideBySide(Index begin, Index end, SignedSlot first,
+                                                  Each each) {
+    const Index slot = first.slot;
+    if (first.sign > 0) {
+        for (Index i = begin; i < end; ++i) {
+            each(i, [=](const double* slots) { return slots[slot + (i - begin)]; });
+        }
+    } else {
+        for (Index i = begin; i < end; ++i) {
+            each(i, [=](const double* slots) { return -slots[slot + (i - begin)]; });
+        }
+    }
+}
+
+} // namespace
+
+Derivatives::Derivatives(std::vector<SignedSlot> slots) : slots_(std::move(slots)) {
+    constexpr Index worthALoop = 4;
+    for (Index begin = 0; begin < slots_.size();) {
+        Index end = begin + 1;
+        while (end < slots_.size() && slots_[end].slot == slots_[end - 1].slot + 1 &&
+               slots_[end].sign == slots_[begin].sign) {
+            ++end;
+        }
+        const bool sideBySide = end - begin >= worthALoop;
+        if (!sideBySide && !stretches_.empty() && !stretches_.back().sideBySide) {
+            stretches_.back().end = end;
+        } else {
+            stretches_.push_back({begin, end, sideBySide});
+        }
+        begin = end;
+    }
+}
+
+void Derivatives::advance(const double* x, const double* from, double h, double* to) const {
+    double* __restrict next = to;
+    for (const auto& [begin, end, sideBySide] : stretches_) {
+        const auto each = [=](Index i, auto k) { next[i] = x[i] + h * k(from); };
+        if (sideBySide) {
+            overSideBySide(begin, end, slots_[begin], each);
+            continue;
+        }
+        for (Index i = begin; i < end; ++i)
+            each(i, [&](const double* s) { return slots_[i].read(s); });
+    }
+}
+
+void Derivatives::finish(const double* x, const std::array<const double*, 4>& stages, double sixth,
+                         double* to) const {
+    double* __restrict next = to;
+    const auto [s1, s2, s3, s4] = stages;
+    for (const auto& [begin, end, sideBySide] : stretches_) {
+        const auto each = [=](Index i, auto k) {
+            next[i] = x[i] + sixth * (k(s4) + k(s1) + k(s2) + k(s2) + k(s3) + k(s3));
+        };
+        if (sideBySide) {
+            overSideBySide(begin, end, slots_[begin], each);
+            continue;
+        }
+        for (Index i = begin; i < end; ++i)
+            each(i, [&](const double* s) { return slots_[i].read(s); });
+    }
+}
+
 } // namespace kelvo::kernel_detail
