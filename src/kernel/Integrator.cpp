@@ -140,21 +140,15 @@ void Integrator::step(double dt) {
     evaluated_ = false;
     if (readSources(first, t_)) program.derivative.play(first);
 
-    struct Stage {
-        double* from;
-        double* to;
-        double ahead;
-        double time;
+    const auto runStage = [&](const double* from, double* to, double ahead, double time) {
+        program.dx.advance(x, from, ahead, to + program.firstState);
+        if (missing) clearMissing(to);
+        readSources(to, time);
+        program.derivative.play(to);
     };
-    const Stage stages[]{{first, slots(1), half, middle},
-                         {slots(1), slots(2), half, middle},
-                         {slots(2), slots(3), h, end}};
-    for (const Stage& stage : stages) {
-        program.dx.advance(x, stage.from, stage.ahead, stage.to + program.firstState);
-        if (missing) clearMissing(stage.to);
-        readSources(stage.to, stage.time);
-        program.derivative.play(stage.to);
-    }
+    runStage(first, slots(1), half, middle);
+    runStage(slots(1), slots(2), half, middle);
+    runStage(slots(2), slots(3), h, end);
 
     program.dx.finish(x, {first, slots(1), slots(2), slots(3)}, h / 6, last + program.firstState);
     if (missing) clearMissing(last);

@@ -82,19 +82,28 @@ Run::Kernel gatheredKernel(Code code) {
 
 namespace {
 
-/// Calls `each(i, k)` for the states of a stretch, where k(slots) reads the derivative of state i.
-template <class Each>
-[[gnu::always_inline]] inline void overSideBySide(Index begin, Index end, SignedSlot first,
-                                                  Each each) {
-    const Index slot = first.slot;
-    if (first.sign > 0) {
-        for (Index i = begin; i < end; ++i) {
-            each(i, [=](const double* slots) { return slots[slot + (i - begin)]; });
-        }
-    } else {
-        for (Index i = begin; i < end; ++i) {
-            each(i, [=](const double* slots) { return -slots[slot + (i - begin)]; });
-        }
+template <bool negated>
+double signedAs(double value) {
+    return negated ? -value : value;
+}
+
+template <bool negated>
+void advanceSideBySide(std::size_t count, const double* x, const double* k, double h,
+                       double* __restrict to) {
+    for (std::size_t i = 0; i < count; ++i)
+        to[i] = x[i] + h * signedAs<negated>(k[i]);
+}
+
+double weighted(double k1, double k2, double k3, double k4) {
+    return k4 + k1 + k2 + k2 + k3 + k3;
+}
+
+template <bool negated>
+void finishSideBySide(std::size_t count, const double* x, const double* k1, const double* k2,
+                      const double* k3, const double* k4, double sixth, double* __restrict to) {
+    for (std::size_t i = 0; i < count; ++i) {
+        to[i] = x[i] + sixth * weighted(signedAs<negated>(k1[i]), signedAs<negated>(k2[i]),
+                                        signedAs<negated>(k3[i]), signedAs<negated>(k4[i]));
     }
 }
 
@@ -119,32 +128,33 @@ Derivatives::Derivatives(std::vector<SignedSlot> slots) : slots_(std::move(slots
 }
 
 void Derivatives::advance(const double* x, const double* from, double h, double* to) const {
-    double* __restrict next = to;
     for (const auto& [begin, end, sideBySide] : stretches_) {
-        const auto each = [=](Index i, auto k) { next[i] = x[i] + h * k(from); };
         if (sideBySide) {
-            overSideBySide(begin, end, slots_[begin], each);
+            const SignedSlot& first = slots_[begin];
+            const auto loop = first.sign < 0 ? advanceSideBySide<true> : advanceSideBySide<false>;
+            loop(end - begin, x + begin, from + first.slot, h, to + begin);
             continue;
         }
-        for (Index i = begin; i < end; ++i)
-            each(i, [&](const double* s) { return slots_[i].read(s); });
+        for (std::size_t i = begin; i < end; ++i)
+            to[i] = x[i] + h * slots_[i].read(from);
     }
 }
 
 void Derivatives::finish(const double* x, const std::array<const double*, 4>& stages, double sixth,
                          double* to) const {
-    double* __restrict next = to;
     const auto [s1, s2, s3, s4] = stages;
     for (const auto& [begin, end, sideBySide] : stretches_) {
-        const auto each = [=](Index i, auto k) {
-            next[i] = x[i] + sixth * (k(s4) + k(s1) + k(s2) + k(s2) + k(s3) + k(s3));
-        };
         if (sideBySide) {
-            overSideBySide(begin, end, slots_[begin], each);
+            const auto [slot, sign] = slots_[begin];
+            const auto loop = sign < 0 ? finishSideBySide<true> : finishSideBySide<false>;
+            loop(end - begin, x + begin, s1 + slot, s2 + slot, s3 + slot, s4 + slot, sixth,
+                 to + begin);
             continue;
         }
-        for (Index i = begin; i < end; ++i)
-            each(i, [&](const double* s) { return slots_[i].read(s); });
+        for (std::size_t i = begin; i < end; ++i) {
+            const SignedSlot& k = slots_[i];
+            to[i] = x[i] + sixth * weighted(k.read(s1), k.read(s2), k.read(s3), k.read(s4));
+        }
     }
 }
 
