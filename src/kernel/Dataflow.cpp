@@ -3,17 +3,10 @@
 #include "kernel/PassQueue.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace kelvo::kernel_detail {
 
 namespace {
-
-/// True when 1/c is a number exactly: then x·(1/c) and x/c round the same number, and are equal.
-bool hasExactReciprocal(double c) {
-    int exponent = 0;
-    return std::isfinite(c) && std::abs(std::frexp(c, &exponent)) == 0.5 && std::isfinite(1.0 / c);
-}
 
 /// All efforts or all flows during the relaxation, with the number still unknown at each node.
 struct Variables {
@@ -177,9 +170,7 @@ private:
 
     Ref product(Ref x, double c) { return scaled(Value::Kind::product, x, c); }
 
-    Ref quotient(Ref x, double c) {
-        return hasExactReciprocal(c) ? product(x, 1.0 / c) : scaled(Value::Kind::quotient, x, c);
-    }
+    Ref quotient(Ref x, double c) { return scaled(Value::Kind::quotient, x, c); }
 
     /// 0.0 + term + term …; what leads and does not depend on the state becomes a sum of its own,
     /// which changes only when a source does.

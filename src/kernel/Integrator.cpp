@@ -3,7 +3,8 @@
 #include "kernel/StateSpaceModel.h"
 
 #include <algorithm>
-#include <cstring>
+#include <bit>
+#include <cstdint>
 #include <utility>
 
 // The method and its names follow Hairer, Nørsett and Wanner, Solving Ordinary Differential
@@ -14,7 +15,6 @@
 namespace kelvo {
 
 using kernel_detail::Program;
-using kernel_detail::SignedSlot;
 
 namespace {
 
@@ -31,19 +31,30 @@ SourceFunction fromMap(const StateSpace& space, SourceMapFunction sources) {
     };
 }
 
+bool sameBits(double a, double b) {
+    return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
+}
+
+bool sameBits(const double* a, const double* b, std::size_t count) {
+    std::uint64_t difference = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        difference |= std::bit_cast<std::uint64_t>(a[i]) ^ std::bit_cast<std::uint64_t>(b[i]);
+    }
+    return difference == 0;
+}
+
 } // namespace
 
 Integrator::Integrator(StateSpace space, SourceFunction sources)
     : space_(std::move(space)), sources_(std::move(sources)) {
     const Program& program = space_.model_->program;
-    const std::size_t n = program.variableAt.size();
     values_.resize(program.sourceCount);
-    for (std::vector<double>* each : {&state_, &x_, &k1_, &k2_, &k3_})
-        each->resize(n);
-    for (Slots* each : {&even_, &odd_}) {
-        each->resize(program.stepSlots);
-        program.hoisted.play(each->data());
-    }
+    state_.resize(program.variableAt.size());
+    held_ = state_;
+    stride_ = program.stepSlots;
+    slots_.resize(5 * stride_);
+    for (std::size_t i = 0; i < 5; ++i)
+        program.hoisted.play(slots(i));
 }
 
 Integrator::Integrator(StateSpace space, SourceMapFunction sources)
@@ -51,106 +62,106 @@ Integrator::Integrator(StateSpace space, SourceMapFunction sources)
 }
 
 /// Asks for the sources at `t`. True when they differ from those that `slots` holds.
-bool Integrator::readSources(Slots& slots, double t) {
-    std::ranges::fill(values_, 0.0);
-    if (sources_) sources_(t, values_);
-    double* held = slots.data() + Program::firstSource;
-    const std::size_t size = values_.size() * sizeof(double);
-    if (size == 0 || std::memcmp(held, values_.data(), size) == 0) return false;
-    std::memcpy(held, values_.data(), size);
-    space_.model_->program.hoisted.play(slots.data());
-    return true;
-}
-
-/// Takes over the state vector. True when it differs from the state that `slots` holds.
-bool Integrator::readState(Slots& slots) {
-    const Program& program = space_.model_->program;
-    double* held = slots.data() + program.firstState;
-    for (std::size_t i = 0; i < x_.size(); ++i) {
-        const std::size_t k = program.variableAt[i];
-        x_[i] = k < state_.size() ? state_[k] : 0.0;
+bool Integrator::readSources(double* slots, double t) {
+    double* held = slots + Program::firstSource;
+    if (values_.size() == 1) {
+        values_[0] = 0.0;
+        if (sources_) sources_(t, values_);
+        if (sameBits(held[0], values_[0])) return false;
+        held[0] = values_[0];
+    } else {
+        std::ranges::fill(values_, 0.0);
+        if (sources_) sources_(t, values_);
+        if (sameBits(held, values_.data(), values_.size())) return false;
+        std::ranges::copy(values_, held);
     }
-    const std::size_t size = x_.size() * sizeof(double);
-    if (size == 0 || std::memcmp(held, x_.data(), size) == 0) return false;
-    std::memcpy(held, x_.data(), size);
+    space_.model_->program.hoisted.play(slots);
     return true;
 }
 
-/// Makes `even_` the evaluation of the present state under the sources at `t`.
+/// Takes over the state vector. True when it differs from the state that was held.
+bool Integrator::readState(double* slots) {
+    const std::size_t n = held_.size();
+    if (state_.size() >= n && sameBits(state_.data(), held_.data(), n)) return false;
+    const Program& program = space_.model_->program;
+    for (std::size_t k = 0; k < n; ++k)
+        held_[k] = k < state_.size() ? state_[k] : 0.0;
+    for (std::size_t i = 0; i < n; ++i) {
+        slots[program.firstState + i] = held_[program.variableAt[i]];
+    }
+    return true;
+}
+
+/// Makes `slots(current_)` the evaluation of the present state under the sources at `t`.
 void Integrator::evaluate(double t) {
     const Program& program = space_.model_->program;
-    const bool newSources = readSources(even_, t);
-    const bool newState = readState(even_);
+    double* now = slots(current_);
+    const bool newSources = readSources(now, t);
+    const bool newState = readState(now);
     if (evaluated_ && !newSources && !newState) return;
-    program.derivative.play(even_.data());
-    program.rate.play(even_.data());
-    rate_ = program.dissipated(even_.data());
+    program.derivative.play(now);
+    program.rate.play(now);
+    rate_ = program.dissipated(now);
     evaluated_ = true;
 }
 
-void Integrator::derive(Slots& slots) {
-    space_.model_->program.derivative.play(slots.data());
-}
-
-/// k = dx of the evaluation `from`; the state of `to` becomes x + h·k.
-void Integrator::advance(const Slots& from, Slots& to, std::vector<double>& k, double h) {
+/// States that the state vector has no entry for are 0 at every stage.
+void Integrator::clearMissing(double* slots) const {
     const Program& program = space_.model_->program;
-    const std::size_t n = x_.size();
-    const double* slots = from.data();
-    const SignedSlot* dx = program.dx.data();
-    const double* x = x_.data();
-    double* __restrict stage = k.data();
-    double* __restrict next = to.data() + program.firstState;
-    for (std::size_t i = 0; i < n; ++i) {
-        stage[i] = slots[dx[i].slot] * dx[i].sign;
-        next[i] = x[i] + h * stage[i];
-    }
-    if (state_.size() < n) clearMissing(to);
-}
-
-/// The state vector becomes x + (h/6)·(k4 + k1 + k2 + k2 + k3 + k3), where k4 is dx of `from`.
-void Integrator::finish(const Slots& from, double h) {
-    const Program& program = space_.model_->program;
-    const double sixth = h / 6;
-    for (std::size_t i = 0; i < x_.size(); ++i) {
-        const std::size_t k = program.variableAt[i];
-        if (k >= state_.size()) continue;
-        const double k4 = from[program.dx[i].slot] * program.dx[i].sign;
-        state_[k] = x_[i] + sixth * (k4 + k1_[i] + k2_[i] + k2_[i] + k3_[i] + k3_[i]);
-    }
-}
-
-void Integrator::clearMissing(Slots& slots) const {
-    const Program& program = space_.model_->program;
-    for (std::size_t i = 0; i < x_.size(); ++i) {
+    for (std::size_t i = 0; i < held_.size(); ++i) {
         if (program.variableAt[i] >= state_.size()) slots[program.firstState + i] = 0.0;
     }
 }
 
+/// The state vector becomes the state that `slots` holds.
+void Integrator::commit(const double* slots) {
+    const Program& program = space_.model_->program;
+    const double* result = slots + program.firstState;
+    const std::size_t n = held_.size();
+    const std::size_t entries = std::min(n, state_.size());
+    for (std::size_t i = 0; i < n; ++i)
+        held_[program.variableAt[i]] = result[i];
+    std::copy_n(held_.begin(), entries, state_.begin());
+}
+
 void Integrator::step(double dt) {
+    const Program& program = space_.model_->program;
     const double h = dt;
     const double half = h * 0.5;
     const double middle = half + t_;
     const double end = t_ + h;
+    const bool missing = state_.size() < held_.size();
+    double* const first = slots(current_);
+    double* const last = slots(4 - current_);
+    const double* const x = first + program.firstState;
 
     evaluate(t_);
     const double rateAtStart = rate_;
     evaluated_ = false;
-    if (readSources(even_, t_)) derive(even_);
-    advance(even_, odd_, k1_, half);
-    readSources(odd_, middle);
-    derive(odd_);
-    advance(odd_, even_, k2_, half);
-    readSources(even_, middle);
-    derive(even_);
-    advance(even_, odd_, k3_, h);
-    readSources(odd_, end);
-    derive(odd_);
-    finish(odd_, h);
+    if (readSources(first, t_)) program.derivative.play(first);
 
-    t_ = end;
-    evaluate(t_);
+    const auto runStage = [&](const double* from, double* to, double ahead, double time) {
+        program.dx.advance(x, from, ahead, to + program.firstState);
+        if (missing) clearMissing(to);
+        readSources(to, time);
+        program.derivative.play(to);
+    };
+    runStage(first, slots(1), half, middle);
+    runStage(slots(1), slots(2), half, middle);
+    runStage(slots(2), slots(3), h, end);
+
+    program.dx.finish(x, {first, slots(1), slots(2), slots(3)}, h / 6, last + program.firstState);
+    if (missing) clearMissing(last);
+    readSources(last, end);
+    program.derivative.play(last);
+    program.rate.play(last);
+
+    rate_ = program.dissipated(last);
     risk_ += h * (rateAtStart + rate_) * 0.5;
+    t_ = end;
+    commit(last);
+    current_ = 4 - current_;
+    evaluated_ = true;
 }
 
 double Integrator::dissipation() {

@@ -48,17 +48,16 @@ public:
     double dissipation();
 
 private:
-    /// The slots of one evaluation. Two of them take turns, so that the state of the next stage can
-    /// be written while the last one's derivative is still read.
-    using Slots = std::vector<double>;
-
-    bool readSources(Slots& slots, double t);
-    bool readState(Slots& slots);
+    bool readSources(double* slots, double t);
+    bool readState(double* slots);
     void evaluate(double t);
-    void derive(Slots& slots);
-    void advance(const Slots& from, Slots& to, std::vector<double>& k, double h);
-    void finish(const Slots& from, double h);
-    void clearMissing(Slots& slots) const;
+    void clearMissing(double* slots) const;
+    void commit(const double* slots);
+
+    /// The slots of an evaluation. There are five: one for the state at the start of the step and
+    /// the first stage, one for each other stage, one for the state at its end, which the next step
+    /// starts from.
+    double* slots(std::size_t which) { return slots_.data() + which * stride_; }
 
     StateSpace space_;
     SourceFunction sources_;
@@ -67,11 +66,11 @@ private:
     double risk_ = 0;
 
     std::vector<double> values_; ///< what the source function wrote last
-    std::vector<double> x_;      ///< the state at the start of the step, in the order of the slots
-    std::vector<double> k1_, k2_, k3_;
-    Slots even_;
-    Slots odd_;
-    bool evaluated_ = false; ///< `even_` is an evaluation of its own state, and `rate_` its loss
+    std::vector<double> held_;   ///< the state that `slots(current_)` was given
+    std::vector<double> slots_;
+    std::size_t stride_ = 0;
+    std::size_t current_ = 0;
+    bool evaluated_ = false; ///< `slots(current_)` is a whole evaluation, and `rate_` its loss
     double rate_ = 0;
 };
 

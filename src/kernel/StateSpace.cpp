@@ -109,18 +109,18 @@ Eval StateSpace::derivatives(std::span<const double> state, const Sources& sourc
     program.rate.play(slots.data());
     program.rest.play(slots.data());
 
-    const auto read = [&](kernel_detail::SignedSlot at) { return slots[at.slot] * at.sign; };
     Eval eval;
-    eval.dx.resize(program.dx.size());
-    for (std::size_t i = 0; i < program.dx.size(); ++i) {
-        eval.dx[program.variableAt[i]] = read(program.dx[i]);
+    const auto dx = program.dx.slots();
+    eval.dx.resize(dx.size());
+    for (std::size_t i = 0; i < dx.size(); ++i) {
+        eval.dx[program.variableAt[i]] = dx[i].read(slots.data());
     }
     eval.effort.reserve(program.effort.size());
     eval.flow.reserve(program.flow.size());
     for (const auto at : program.effort)
-        eval.effort.push_back(read(at));
+        eval.effort.push_back(at.read(slots.data()));
     for (const auto at : program.flow)
-        eval.flow.push_back(read(at));
+        eval.flow.push_back(at.read(slots.data()));
     for (const auto& [bond, sign] : model_->stored) {
         eval.storedRate += eval.effort[bond] * sign * eval.flow[bond];
     }

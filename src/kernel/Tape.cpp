@@ -80,4 +80,82 @@ Run::Kernel gatheredKernel(Code code) {
     return kernels[2][static_cast<std::size_t>(code)];
 }
 
+namespace {
+
+template <bool negated>
+double signedAs(double value) {
+    return negated ? -value : value;
+}
+
+template <bool negated>
+void advanceSideBySide(std::size_t count, const double* x, const double* k, double h,
+                       double* __restrict to) {
+    for (std::size_t i = 0; i < count; ++i)
+        to[i] = x[i] + h * signedAs<negated>(k[i]);
+}
+
+double weighted(double k1, double k2, double k3, double k4) {
+    return k4 + k1 + k2 + k2 + k3 + k3;
+}
+
+template <bool negated>
+void finishSideBySide(std::size_t count, const double* x, const double* k1, const double* k2,
+                      const double* k3, const double* k4, double sixth, double* __restrict to) {
+    for (std::size_t i = 0; i < count; ++i) {
+        to[i] = x[i] + sixth * weighted(signedAs<negated>(k1[i]), signedAs<negated>(k2[i]),
+                                        signedAs<negated>(k3[i]), signedAs<negated>(k4[i]));
+    }
+}
+
+} // namespace
+
+Derivatives::Derivatives(std::vector<SignedSlot> slots) : slots_(std::move(slots)) {
+    constexpr Index worthALoop = 4;
+    for (Index begin = 0; begin < slots_.size();) {
+        Index end = begin + 1;
+        while (end < slots_.size() && slots_[end].slot == slots_[end - 1].slot + 1 &&
+               slots_[end].sign == slots_[begin].sign) {
+            ++end;
+        }
+        const bool sideBySide = end - begin >= worthALoop;
+        if (!sideBySide && !stretches_.empty() && !stretches_.back().sideBySide) {
+            stretches_.back().end = end;
+        } else {
+            stretches_.push_back({begin, end, sideBySide});
+        }
+        begin = end;
+    }
+}
+
+void Derivatives::advance(const double* x, const double* from, double h, double* to) const {
+    for (const auto& [begin, end, sideBySide] : stretches_) {
+        if (sideBySide) {
+            const SignedSlot& first = slots_[begin];
+            const auto loop = first.sign < 0 ? advanceSideBySide<true> : advanceSideBySide<false>;
+            loop(end - begin, x + begin, from + first.slot, h, to + begin);
+            continue;
+        }
+        for (std::size_t i = begin; i < end; ++i)
+            to[i] = x[i] + h * slots_[i].read(from);
+    }
+}
+
+void Derivatives::finish(const double* x, const std::array<const double*, 4>& stages, double sixth,
+                         double* to) const {
+    const auto [s1, s2, s3, s4] = stages;
+    for (const auto& [begin, end, sideBySide] : stretches_) {
+        if (sideBySide) {
+            const auto [slot, sign] = slots_[begin];
+            const auto loop = sign < 0 ? finishSideBySide<true> : finishSideBySide<false>;
+            loop(end - begin, x + begin, s1 + slot, s2 + slot, s3 + slot, s4 + slot, sixth,
+                 to + begin);
+            continue;
+        }
+        for (std::size_t i = begin; i < end; ++i) {
+            const SignedSlot& k = slots_[i];
+            to[i] = x[i] + sixth * weighted(k.read(s1), k.read(s2), k.read(s3), k.read(s4));
+        }
+    }
+}
+
 } // namespace kelvo::kernel_detail

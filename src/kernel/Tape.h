@@ -2,6 +2,8 @@
 
 #include "kernel/Dataflow.h"
 
+#include <array>
+#include <cstdint>
 #include <span>
 #include <vector>
 
@@ -60,6 +62,38 @@ Run::Kernel gatheredKernel(Code code);
 struct SignedSlot {
     Index slot = 0;
     double sign = 1;
+
+    double read(const double* slots) const { return slots[slot] * sign; }
+};
+
+/// The time derivatives of the states, in the order of their slots, and the arithmetic of a
+/// Runge–Kutta step over them.
+class Derivatives {
+public:
+    Derivatives() = default;
+    explicit Derivatives(std::vector<SignedSlot> slots);
+
+    std::span<const SignedSlot> slots() const { return slots_; }
+
+    /// to[i] = x[i] + h·dx[i], with dx read from the slots `from`.
+    void advance(const double* x, const double* from, double h, double* to) const;
+
+    /// to[i] = x[i] + sixth·(k4 + k1 + k2 + k2 + k3 + k3), with k1 … k4 the derivatives in
+    /// `stages`.
+    void finish(const double* x, const std::array<const double*, 4>& stages, double sixth,
+                double* to) const;
+
+private:
+    /// Neighbouring states. Where their derivatives lie side by side too and have one sign, they
+    /// are read in a plain loop.
+    struct Stretch {
+        Index begin = 0;
+        Index end = 0;
+        bool sideBySide = false;
+    };
+
+    std::vector<SignedSlot> slots_;
+    std::vector<Stretch> stretches_;
 };
 
 /// The evaluation of a model as four tapes over one array of slots, laid out as
@@ -85,8 +119,8 @@ struct Program {
     };
 
     std::vector<Index> variableAt; ///< the state variable held in state slot i
-    std::vector<SignedSlot> dx;    ///< its time derivative
-    std::vector<Loss> losses;      ///< the resistors, in node order
+    Derivatives dx;
+    std::vector<Loss> losses; ///< the resistors, in node order
     std::vector<SignedSlot> effort;
     std::vector<SignedSlot> flow;
 

@@ -2,8 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <limits>
-#include <tuple>
+#include <utility>
 
 namespace kelvo::kernel_detail {
 
@@ -37,6 +38,65 @@ int operandsOf(Code code) {
 
 int firstOperandOf(Code code) {
     return code == Code::product || code == Code::quotient ? 1 : 0;
+}
+
+/// Which of the two factors an instruction divides by.
+bool dividesByC(Code code) {
+    return code == Code::quotient || code == Code::addQuotient || code == Code::addQuotProduct ||
+           code == Code::addQuotients;
+}
+bool dividesByD(Code code) {
+    return code == Code::addProductQuot || code == Code::addQuotients;
+}
+
+/// The same instruction with a product in place of the first or second quotient.
+Code withProductOfC(Code code) {
+    switch (code) {
+    case Code::quotient:
+        return Code::product;
+    case Code::addQuotient:
+        return Code::addProduct;
+    case Code::addQuotProduct:
+        return Code::addProducts;
+    case Code::addQuotients:
+        return Code::addProductQuot;
+    default:
+        return code;
+    }
+}
+Code withProductOfD(Code code) {
+    switch (code) {
+    case Code::addProductQuot:
+        return Code::addProducts;
+    case Code::addQuotients:
+        return Code::addQuotProduct;
+    default:
+        return code;
+    }
+}
+
+/// True when 1/c is a number exactly: then x·(1/c) and x/c round the same number, and are equal.
+bool hasExactReciprocal(double c) {
+    int exponent = 0;
+    return std::isfinite(c) && std::abs(std::frexp(c, &exponent)) == 0.5 && std::isfinite(1.0 / c);
+}
+
+/// Divides by no power of two in a run that divides by nothing else.
+void multiplyWhereExact(std::span<Instruction> run) {
+    const auto exactC = [](const Instruction& each) { return hasExactReciprocal(each.c); };
+    if (dividesByC(run.front().code) && std::ranges::all_of(run, exactC)) {
+        for (Instruction& each : run) {
+            each.code = withProductOfC(each.code);
+            each.c = 1.0 / each.c;
+        }
+    }
+    const auto exactD = [](const Instruction& each) { return hasExactReciprocal(each.d); };
+    if (dividesByD(run.front().code) && std::ranges::all_of(run, exactD)) {
+        for (Instruction& each : run) {
+            each.code = withProductOfD(each.code);
+            each.d = 1.0 / each.d;
+        }
+    }
 }
 
 /// A term of a sum as the tape adds it: cell·factor or cell/factor.
@@ -238,10 +298,11 @@ private:
         program_.variableAt.push_back(cell - stateCell(0));
     }
 
-    Tape assemble(const Instructions& list) const {
+    Tape assemble(Instructions& list) const {
         Tape tape;
         for (std::size_t begin = 0; begin < list.size();) {
             const std::size_t end = runEnd(list, begin);
+            multiplyWhereExact(std::span(list).subspan(begin, end - begin));
             tape.runs.push_back(assembleRun(std::span(list).subspan(begin, end - begin), tape));
             begin = end;
         }
@@ -298,8 +359,10 @@ private:
     }
 
     void bindOutputs() {
+        std::vector<SignedSlot> dx;
         for (const Index k : program_.variableAt)
-            program_.dx.push_back(slotOf(outputs_.dx[k]));
+            dx.push_back(slotOf(outputs_.dx[k]));
+        program_.dx = Derivatives(std::move(dx));
         for (const Outputs::Loss& loss : outputs_.losses) {
             program_.losses.push_back({slotOf(loss.flow).slot, loss.resistance});
         }
