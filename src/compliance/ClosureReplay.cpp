@@ -156,7 +156,7 @@ std::optional<std::string_view> ClosureReader::closedCriterion(std::size_t size)
     simdjson::dom::element document;
     const auto fault = state.parser.parse(state.bytes.data(), size, false).get(document);
     // An integer of more than 64 bits is no fault of the grammar, only of this parser.
-    if (fault == simdjson::NUMBER_ERROR || fault == simdjson::BIGINT_ERROR) {
+    if (fault == simdjson::NUMBER_ERROR) {
         auto closed = closedByPlainReading({state.bytes.data(), size});
         if (!closed) return std::nullopt;
         state.slowResult = std::move(*closed);
