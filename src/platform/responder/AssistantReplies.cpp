@@ -2,12 +2,13 @@
 
 #include "base/Json.h"
 #include "base/Text.h"
-#include "responder/CriterionRanking.h"
 
 #include <algorithm>
 #include <array>
 #include <span>
 #include <vector>
+
+#include "responder/CriterionRanking.h"
 
 namespace kelvo {
 namespace {
@@ -42,8 +43,7 @@ State readState(std::string_view context) {
         constexpr std::string_view owner = "Owner: ";
         constexpr std::string_view readiness = "Readiness: ";
         if (!inGaps && line.starts_with(owner)) state.owner = line.substr(owner.size());
-        if (!inGaps && line.starts_with(readiness))
-            state.readiness = line.substr(readiness.size());
+        if (!inGaps && line.starts_with(readiness)) state.readiness = line.substr(readiness.size());
         if (line.starts_with("Open gaps: none")) state.everythingMet = true;
         const auto colon = line.find(": ");
         if (inGaps && line.starts_with("- ") && colon != std::string_view::npos)
@@ -86,16 +86,16 @@ bool hasAny(const std::vector<std::string>& words, Words list) {
 }
 
 constexpr std::array<std::string_view, 19> courtesies = {
-    "please", "can",  "could", "would", "you", "i",   "want", "to",   "i'd", "like",
-    "let's",  "let",  "us",    "now",   "hey", "ok",  "just", "help", "me"};
-constexpr std::array<std::string_view, 6> playVerbs = {"play", "start", "run",
+    "please", "can", "could", "would", "you", "i",  "want", "to",   "i'd", "like",
+    "let's",  "let", "us",    "now",   "hey", "ok", "just", "help", "me"};
+constexpr std::array<std::string_view, 6> playVerbs = {"play",   "start", "run",
                                                        "resume", "begin", "launch"};
 constexpr std::array<std::string_view, 5> pauseVerbs = {"pause", "stop", "freeze", "halt", "hold"};
 constexpr std::array<std::string_view, 8> simulationWords = {
     "simulation", "model", "run", "it", "running", "play", "simulator", "sim"};
 constexpr std::array<std::string_view, 7> addVerbs = {"add",    "upload", "attach", "submit",
                                                       "import", "map",    "provide"};
-constexpr std::array<std::string_view, 7> evidenceWords = {"evidence", "document", "file", "pdf",
+constexpr std::array<std::string_view, 7> evidenceWords = {"evidence", "document",  "file", "pdf",
                                                            "proof",    "documents", "files"};
 constexpr std::array<std::string_view, 7> checkVerbs = {"check", "scan",   "inspect", "snapshot",
                                                         "test",  "verify", "read"};
@@ -105,8 +105,8 @@ constexpr std::array<std::string_view, 7> writeVerbs = {"generate", "draft",   "
                                                         "make",     "prepare", "produce"};
 constexpr std::array<std::string_view, 9> decideVerbs = {
     "approve", "seal", "close", "delete", "remove", "sign", "mark", "record", "accept"};
-constexpr std::array<std::string_view, 6> nextWords = {"next", "first", "now", "priority", "start",
-                                                       "begin"};
+constexpr std::array<std::string_view, 6> nextWords = {"next",     "first", "now",
+                                                       "priority", "start", "begin"};
 constexpr std::array<std::string_view, 10> gapWords = {
     "gap", "gaps", "missing", "open", "left", "remaining", "unmet", "todo", "outstanding", "lack"};
 constexpr std::array<std::string_view, 12> readinessWords = {
@@ -139,9 +139,8 @@ const Gap* describedGap(const Stems& stems, const State& state, std::string_view
     const auto matches = CriterionRanking(stems, ids, ground).rank(question);
     if (matches.empty() || matches.front().score < leastScore) return nullptr;
     if (matches.size() > 1 && matches[0].score < clearly * matches[1].score) return nullptr;
-    const auto found = std::find_if(state.gaps.begin(), state.gaps.end(), [&](const Gap& gap) {
-        return gap.id == matches.front().id;
-    });
+    const auto found = std::find_if(state.gaps.begin(), state.gaps.end(),
+                                    [&](const Gap& gap) { return gap.id == matches.front().id; });
     return found == state.gaps.end() ? nullptr : &*found;
 }
 
@@ -286,18 +285,18 @@ std::string socReply(const Stems& stems, const GroundTexts& ground, std::string_
     for (const GroundTexts::Family& family : ground.families)
         ids.push_back(family.id);
     const std::vector<std::string> words = wordsOf(question);
-    auto found = std::find_if(ground.families.begin(), ground.families.end(), [&](const auto& each) {
-        const std::string id = lowerCased(each.id);
-        return std::any_of(words.begin(), words.end(), [&](const std::string& word) {
-            return word == id || word.starts_with(id + "-") || word.starts_with(id + ".");
+    auto found =
+        std::find_if(ground.families.begin(), ground.families.end(), [&](const auto& each) {
+            const std::string id = lowerCased(each.id);
+            return std::any_of(words.begin(), words.end(), [&](const std::string& word) {
+                return word == id || word.starts_with(id + "-") || word.starts_with(id + ".");
+            });
         });
-    });
     if (found == ground.families.end()) {
         const auto matches = CriterionRanking(stems, ids, ground).rank(question);
         if (!matches.empty() && matches.front().score >= leastScore) {
-            found = std::find_if(
-                ground.families.begin(), ground.families.end(),
-                [&](const auto& each) { return each.id == matches.front().id; });
+            found = std::find_if(ground.families.begin(), ground.families.end(),
+                                 [&](const auto& each) { return each.id == matches.front().id; });
         }
     }
     std::string answer = std::string(notKnown) +

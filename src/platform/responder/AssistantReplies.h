@@ -1,11 +1,11 @@
 #pragma once
 
-#include "responder/GroundTexts.h"
-#include "responder/Stems.h"
-
 #include <optional>
 #include <string>
 #include <string_view>
+
+#include "responder/GroundTexts.h"
+#include "responder/Stems.h"
 
 namespace kelvo {
 

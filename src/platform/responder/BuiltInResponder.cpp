@@ -1,17 +1,19 @@
 #include "responder/BuiltInResponder.h"
 
 #include "base/Text.h"
-#include "responder/AssistantReplies.h"
-#include "responder/MappingReply.h"
-#include "responder/PolicyDraft.h"
 
 #include <optional>
 #include <utility>
 
+#include "responder/AssistantReplies.h"
+#include "responder/MappingReply.h"
+#include "responder/PolicyDraft.h"
+
 namespace kelvo {
 
 BuiltInResponder::BuiltInResponder(std::function<GroundTexts()> ground)
-    : ground_(std::move(ground)) {}
+    : ground_(std::move(ground)) {
+}
 
 tl::expected<std::string, ModelFailure>
 BuiltInResponder::respond(const ModelRequest& request) const {

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "ports/LanguageModel.h"
-#include "responder/GroundTexts.h"
-#include "responder/Stems.h"
+
+#include <tl/expected.hpp>
 
 #include <functional>
 #include <string>
-#include <tl/expected.hpp>
+
+#include "responder/GroundTexts.h"
+#include "responder/Stems.h"
 
 namespace kelvo {
 

@@ -1,11 +1,12 @@
 #include "responder/CriterionRanking.h"
 
 #include "base/Text.h"
-#include "responder/ControlTopics.h"
 
 #include <algorithm>
 #include <cmath>
 #include <set>
+
+#include "responder/ControlTopics.h"
 
 namespace kelvo {
 namespace {
@@ -30,7 +31,8 @@ constexpr double leastShareOfBest = 0.3;
 constexpr std::size_t longestTitle = 14; ///< words; a longer first line is running text
 
 std::string familyOf(std::string_view id) {
-    const auto end = std::find_if(id.begin(), id.end(), [](char c) { return c == '-' || c == '.'; });
+    const auto end =
+        std::find_if(id.begin(), id.end(), [](char c) { return c == '-' || c == '.'; });
     return std::string(id.begin(), end);
 }
 
@@ -87,8 +89,8 @@ void CriterionRanking::addProfile(std::size_t criterion, std::string_view id,
             return familyOf(other) == family;
         }));
 
-    const bool namedAtHome = std::any_of(
-        controlTopics().begin(), controlTopics().end(), [&](const ControlTopic& topic) {
+    const bool namedAtHome =
+        std::any_of(controlTopics().begin(), controlTopics().end(), [&](const ControlTopic& topic) {
             return topic.family == family && namesTopic(stems_, words, topic);
         });
     for (const ControlTopic& topic : controlTopics()) {

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "responder/GroundTexts.h"
-#include "responder/Stems.h"
-
 #include <map>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
+
+#include "responder/GroundTexts.h"
+#include "responder/Stems.h"
 
 namespace kelvo {
 
@@ -15,7 +15,8 @@ namespace kelvo {
 struct CriterionMatch {
     std::string id;
     double score = 0.0;
-    std::vector<std::string> phrases; ///< what it speaks of, the most telling first, as in the table
+    std::vector<std::string>
+        phrases; ///< what it speaks of, the most telling first, as in the table
 };
 
 /// Ranks criteria by the words of a document: BM25 (Robertson and Zaragoza, "The Probabilistic

@@ -2,10 +2,11 @@
 
 #include "base/Json.h"
 #include "base/Text.h"
-#include "responder/CriterionRanking.h"
 
 #include <algorithm>
 #include <vector>
+
+#include "responder/CriterionRanking.h"
 
 namespace kelvo {
 namespace {
@@ -47,10 +48,9 @@ std::string summary(std::string_view document, const std::vector<CriterionMatch>
     std::vector<std::string> clauses;
     for (const CriterionMatch& match : matches) {
         const auto shown = std::min(phrasesShown, match.phrases.size());
-        std::vector<std::string> phrases(match.phrases.begin(),
-                                         match.phrases.begin() + static_cast<std::ptrdiff_t>(shown));
-        clauses.push_back(phrases.empty() ? match.id
-                                          : andList(phrases) + " (" + match.id + ")");
+        std::vector<std::string> phrases(
+            match.phrases.begin(), match.phrases.begin() + static_cast<std::ptrdiff_t>(shown));
+        clauses.push_back(phrases.empty() ? match.id : andList(phrases) + " (" + match.id + ")");
     }
     return titled(document) + " speaks of " + joined(clauses, "; of ") + ".";
 }

@@ -59,21 +59,25 @@ std::vector<std::string> factsOf(std::string_view text) {
 }
 
 bool isLetter(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || static_cast<unsigned char>(c) >= 0x80;
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
+           static_cast<unsigned char>(c) >= 0x80;
 }
 
 /// The fact as a sentence: nothing but its first letter and its full stop is changed.
 std::string sentence(std::string fact) {
     const auto wordEnd = std::find_if_not(fact.begin(), fact.end(), isLetter);
-    const bool plainWord = std::all_of(fact.begin(), wordEnd, [](char c) { return c >= 'a' && c <= 'z'; });
-    if (plainWord && wordEnd != fact.begin()) fact.front() = static_cast<char>(fact.front() - 'a' + 'A');
+    const bool plainWord =
+        std::all_of(fact.begin(), wordEnd, [](char c) { return c >= 'a' && c <= 'z'; });
+    if (plainWord && wordEnd != fact.begin())
+        fact.front() = static_cast<char>(fact.front() - 'a' + 'A');
     const char last = fact.back();
     if (last != '.' && last != '!' && last != '?' && last != ':') fact += '.';
     return fact;
 }
 
 bool hasWord(std::string_view lowered, std::string_view word) {
-    for (auto at = lowered.find(word); at != std::string_view::npos; at = lowered.find(word, at + 1)) {
+    for (auto at = lowered.find(word); at != std::string_view::npos;
+         at = lowered.find(word, at + 1)) {
         const bool starts = at == 0 || !isLetter(lowered[at - 1]);
         const auto end = at + word.size();
         if (starts && (end == lowered.size() || !isLetter(lowered[end]))) return true;
@@ -88,23 +92,24 @@ bool hasAny(const std::string& fact, std::span<const std::string_view> words) {
 }
 
 constexpr std::array<std::string_view, 22> scopeWords = {
-    "all",     "every",      "everyone", "staff",   "employees", "contractors", "people",  "users",
-    "systems", "production", "laptops",  "devices", "customer",  "customers",   "vendors", "services",
-    "servers", "database",   "endpoint", "region",  "office",    "company"};
+    "all",      "every",     "everyone", "staff",      "employees", "contractors",
+    "people",   "users",     "systems",  "production", "laptops",   "devices",
+    "customer", "customers", "vendors",  "services",   "servers",   "database",
+    "endpoint", "region",    "office",   "company"};
 constexpr std::array<std::string_view, 26> roleWords = {
-    "owner",    "owns",    "responsible", "manager",   "manages", "lead",     "officer",
-    "cto",      "ceo",     "ciso",        "team",      "board",   "founder",  "founders",
+    "owner",    "owns",    "responsible", "manager",   "manages",  "lead",      "officer",
+    "cto",      "ceo",     "ciso",        "team",      "board",    "founder",   "founders",
     "approves", "approve", "approved",    "reviewer",  "engineer", "engineers", "administrator",
     "admin",    "head",    "director",    "committee", "on-call"};
 constexpr std::array<std::string_view, 18> reviewWords = {
-    "review",    "reviewed", "reviews", "annual",  "annually", "yearly", "quarterly", "quarter",
-    "monthly",   "weekly",   "year",    "month",   "tested",   "test",   "exercise",  "audit",
-    "refreshed", "renewed"};
+    "review",    "reviewed", "reviews",  "annual", "annually",  "yearly",
+    "quarterly", "quarter",  "monthly",  "weekly", "year",      "month",
+    "tested",    "test",     "exercise", "audit",  "refreshed", "renewed"};
 constexpr std::array<std::string_view, 6> absentOpenings = {"no ",      "not ",     "none ",
                                                             "missing ", "without ", "lacks "};
-constexpr std::array<std::string_view, 7> absentWords = {"not yet",    "not in place", "planned",
-                                                         "is missing", "pending",      "does not exist",
-                                                         "do not exist"};
+constexpr std::array<std::string_view, 7> absentWords = {
+    "not yet", "not in place",   "planned",     "is missing",
+    "pending", "does not exist", "do not exist"};
 
 bool isAbsent(const std::string& fact) {
     const std::string lowered = lowerCased(fact) + " ";

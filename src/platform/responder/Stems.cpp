@@ -12,18 +12,18 @@ namespace {
 
 // Sorted: looked up by binary search.
 constexpr std::array<std::string_view, 116> functionWords = {
-    "a",      "about",  "above", "after", "again", "all",   "also",  "am",     "an",     "and",
-    "any",    "are",    "as",    "at",    "be",    "been",  "before", "being",  "below",  "both",
-    "but",    "by",     "can",   "could", "did",   "do",    "does",  "doing",  "down",   "during",
-    "each",   "else",   "etc",   "for",   "from",  "had",   "has",   "have",   "having", "he",
-    "her",    "here",   "him",   "his",   "how",   "i",     "if",    "in",     "into",   "is",
-    "it",     "its",    "may",   "me",    "might", "more",  "most",  "must",   "my",     "no",
-    "nor",    "not",    "of",    "off",   "on",    "one",   "only",  "or",     "other",  "our",
-    "out",    "over",   "own",   "per",   "same",  "shall", "she",   "should", "so",     "some",
-    "such",   "than",   "that",  "the",   "their", "them",  "then",  "there",  "these",  "they",
-    "this",   "those",  "three", "to",    "too",   "two",   "under", "until",  "up",     "very",
-    "was",    "we",     "were",  "what",  "when",  "where", "which", "while",  "who",    "whom",
-    "why",    "will",   "with",  "would", "you",   "your"};
+    "a",    "about", "above", "after", "again", "all",   "also",   "am",     "an",     "and",
+    "any",  "are",   "as",    "at",    "be",    "been",  "before", "being",  "below",  "both",
+    "but",  "by",    "can",   "could", "did",   "do",    "does",   "doing",  "down",   "during",
+    "each", "else",  "etc",   "for",   "from",  "had",   "has",    "have",   "having", "he",
+    "her",  "here",  "him",   "his",   "how",   "i",     "if",     "in",     "into",   "is",
+    "it",   "its",   "may",   "me",    "might", "more",  "most",   "must",   "my",     "no",
+    "nor",  "not",   "of",    "off",   "on",    "one",   "only",   "or",     "other",  "our",
+    "out",  "over",  "own",   "per",   "same",  "shall", "she",    "should", "so",     "some",
+    "such", "than",  "that",  "the",   "their", "them",  "then",   "there",  "these",  "they",
+    "this", "those", "three", "to",    "too",   "two",   "under",  "until",  "up",     "very",
+    "was",  "we",    "were",  "what",  "when",  "where", "which",  "while",  "who",    "whom",
+    "why",  "will",  "with",  "would", "you",   "your"};
 static_assert(std::is_sorted(functionWords.begin(), functionWords.end()));
 
 bool isWordByte(unsigned char byte) {
@@ -56,14 +56,16 @@ void Stems::Free::operator()(sb_stemmer* stemmer) const {
     sb_stemmer_delete(stemmer);
 }
 
-Stems::Stems() : stemmer_(sb_stemmer_new("english", "UTF_8")) {}
+Stems::Stems() : stemmer_(sb_stemmer_new("english", "UTF_8")) {
+}
 Stems::~Stems() = default;
 
 std::string Stems::stem(std::string_view word) const {
     if (std::binary_search(functionWords.begin(), functionWords.end(), word)) return {};
     if (stemmer_ == nullptr) return std::string(word);
     const auto* bytes = reinterpret_cast<const sb_symbol*>(word.data());
-    const sb_symbol* stemmed = sb_stemmer_stem(stemmer_.get(), bytes, static_cast<int>(word.size()));
+    const sb_symbol* stemmed =
+        sb_stemmer_stem(stemmer_.get(), bytes, static_cast<int>(word.size()));
     if (stemmed == nullptr) return std::string(word);
     return {reinterpret_cast<const char*>(stemmed),
             static_cast<std::size_t>(sb_stemmer_length(stemmer_.get()))};

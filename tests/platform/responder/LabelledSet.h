@@ -1,9 +1,9 @@
 #pragma once
 
-#include "responder/GroundTexts.h"
-
 #include <string>
 #include <vector>
+
+#include "responder/GroundTexts.h"
 
 namespace kelvo::test {
 

@@ -1,7 +1,3 @@
-#include "LabelledSet.h"
-#include "responder/BuiltInResponder.h"
-#include "responder/CriterionRanking.h"
-
 #include "intelligence/EvidenceMapper.h"
 #include "support/Fakes.h"
 
@@ -10,6 +6,10 @@
 
 #include <algorithm>
 #include <iostream>
+
+#include "LabelledSet.h"
+#include "responder/BuiltInResponder.h"
+#include "responder/CriterionRanking.h"
 
 namespace kelvo::test {
 namespace {
@@ -27,7 +27,8 @@ EvidenceMapping mapped(const std::string& text, const GroundTexts& ground = labe
         ids.push_back(each.id);
     FakeModel model;
     std::optional<EvidenceMapping> result;
-    EvidenceMapper::mapEvidence(model, text, ids, [&](auto mapping) { result = std::move(mapping); });
+    EvidenceMapper::mapEvidence(model, text, ids,
+                                [&](auto mapping) { result = std::move(mapping); });
     model.answer(responder.respond(model.requests.front()));
     EXPECT_TRUE(result.has_value());
     return result.value_or(EvidenceMapping{});
