@@ -14,6 +14,7 @@
 
 namespace kelvo {
 
+using kernel_detail::Index;
 using kernel_detail::Program;
 
 namespace {
@@ -62,18 +63,20 @@ Integrator::Integrator(StateSpace space, SourceMapFunction sources)
 }
 
 /// Asks for the sources at `t`. True when they differ from those that `slots` holds.
-bool Integrator::readSources(double* slots, double t) {
+inline bool Integrator::readSources(double* slots, double t) {
+    const std::size_t count = values_.size();
+    double* values = values_.data();
     double* held = slots + Program::firstSource;
-    if (values_.size() == 1) {
-        values_[0] = 0.0;
-        if (sources_) sources_(t, values_);
-        if (sameBits(held[0], values_[0])) return false;
-        held[0] = values_[0];
+    if (count == 1) {
+        *values = 0.0;
+        if (sources_) sources_(t, {values, 1});
+        if (sameBits(*held, *values)) return false;
+        *held = *values;
     } else {
-        std::ranges::fill(values_, 0.0);
-        if (sources_) sources_(t, values_);
-        if (sameBits(held, values_.data(), values_.size())) return false;
-        std::ranges::copy(values_, held);
+        std::fill_n(values, count, 0.0);
+        if (sources_) sources_(t, {values, count});
+        if (sameBits(held, values, count)) return false;
+        std::copy_n(values, count, held);
     }
     space_.model_->program.hoisted.play(slots);
     return true;
@@ -118,10 +121,15 @@ void Integrator::commit(const double* slots) {
     const Program& program = space_.model_->program;
     const double* result = slots + program.firstState;
     const std::size_t n = held_.size();
-    const std::size_t entries = std::min(n, state_.size());
-    for (std::size_t i = 0; i < n; ++i)
-        held_[program.variableAt[i]] = result[i];
-    std::copy_n(held_.begin(), entries, state_.begin());
+    const Index* variableAt = program.variableAt.data();
+    double* held = held_.data();
+    double* state = state_.size() >= n ? state_.data() : held;
+    for (std::size_t i = 0; i < n; ++i) {
+        const Index k = variableAt[i];
+        held[k] = result[i];
+        state[k] = result[i];
+    }
+    if (state_.size() < n) std::copy_n(held, state_.size(), state_.begin());
 }
 
 void Integrator::step(double dt) {

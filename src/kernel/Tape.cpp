@@ -28,18 +28,20 @@ void single(double* slots, const Run& run, const double*, const Index*) {
     slots[run.dst] = compute<code>(slots[run.a], slots[run.x], run.c, slots[run.y], run.d);
 }
 
+// The slots that a run writes are never among those that it reads.
+template <Code code>
+void computeEach(std::size_t count, double* __restrict dst, const double* __restrict a,
+                 const double* __restrict x, const double* __restrict c, const double* __restrict y,
+                 const double* __restrict d) {
+    for (std::size_t i = 0; i < count; ++i)
+        dst[i] = compute<code>(a[i], x[i], c[i], y[i], d[i]);
+}
+
 template <Code code>
 void dense(double* slots, const Run& run, const double* constants, const Index*) {
-    // The slots that a run writes are never among those that it reads.
-    double* __restrict dst = slots + run.dst;
-    const double* a = slots + run.a;
-    const double* x = slots + run.x;
-    const double* y = slots + run.y;
     const double* c = constants + run.firstConstant;
-    const double* d = c + run.count;
-    const Index count = run.count;
-    for (Index i = 0; i < count; ++i)
-        dst[i] = compute<code>(a[i], x[i], c[i], y[i], d[i]);
+    computeEach<code>(run.count, slots + run.dst, slots + run.a, slots + run.x, c, slots + run.y,
+                      c + run.count);
 }
 
 template <Code code>
@@ -88,8 +90,8 @@ double signedAs(double value) {
 }
 
 template <bool negated>
-void advanceSideBySide(std::size_t count, const double* x, const double* k, double h,
-                       double* __restrict to) {
+void advanceSideBySide(std::size_t count, const double* __restrict x, const double* __restrict k,
+                       double h, double* __restrict to) {
     for (std::size_t i = 0; i < count; ++i)
         to[i] = x[i] + h * signedAs<negated>(k[i]);
 }
@@ -99,8 +101,9 @@ double weighted(double k1, double k2, double k3, double k4) {
 }
 
 template <bool negated>
-void finishSideBySide(std::size_t count, const double* x, const double* k1, const double* k2,
-                      const double* k3, const double* k4, double sixth, double* __restrict to) {
+void finishSideBySide(std::size_t count, const double* __restrict x, const double* __restrict k1,
+                      const double* __restrict k2, const double* __restrict k3,
+                      const double* __restrict k4, double sixth, double* __restrict to) {
     for (std::size_t i = 0; i < count; ++i) {
         to[i] = x[i] + sixth * weighted(signedAs<negated>(k1[i]), signedAs<negated>(k2[i]),
                                         signedAs<negated>(k3[i]), signedAs<negated>(k4[i]));

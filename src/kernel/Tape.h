@@ -98,9 +98,11 @@ private:
 
 /// The evaluation of a model as four tapes over one array of slots, laid out as
 ///
-///     0.0 | sources | values of sources only | states | values for dx | … for losses | … the rest
+///     0.0 | sources | values of sources only | values for dx | states | … for losses | … the rest
 ///
-/// The states have an order of their own, so that runs read them side by side.
+/// The states have an order of their own, so that runs read them side by side. They follow the
+/// values for dx because dp/dt of an inertance is often the last value computed and dq/dt of the
+/// capacitor beside it the flow p/I, often p itself: then all of dx lies side by side.
 struct Program {
     Tape hoisted;    ///< needed after a change of a source: what depends on no state
     Tape derivative; ///< after `hoisted`: what dx needs

@@ -235,9 +235,9 @@ private:
         for (Index s = 0; s < outputs_.sourceCount; ++s)
             slotOf_[sourceCell(s)] = nextSlot_++;
         placeResults(hoisted_);
+        placeResults(derivative_);
         program_.firstState = nextSlot_;
         placeStates();
-        placeResults(derivative_);
         placeResults(rate_);
         program_.stepSlots = nextSlot_;
         placeResults(rest_);
