@@ -120,43 +120,54 @@ Derivatives::Derivatives(std::vector<SignedSlot> slots) : slots_(std::move(slots
                slots_[end].sign == slots_[begin].sign) {
             ++end;
         }
-        const bool sideBySide = end - begin >= worthALoop;
-        if (!sideBySide && !stretches_.empty() && !stretches_.back().sideBySide) {
+        Order order = slots_[begin].sign > 0 ? Order::positive : Order::any;
+        if (end - begin >= worthALoop) order = Order::sideBySide;
+        if (order != Order::sideBySide && !stretches_.empty() && stretches_.back().order == order) {
             stretches_.back().end = end;
         } else {
-            stretches_.push_back({begin, end, sideBySide});
+            stretches_.push_back({begin, end, order});
         }
         begin = end;
     }
 }
 
 void Derivatives::advance(const double* x, const double* from, double h, double* to) const {
-    for (const auto& [begin, end, sideBySide] : stretches_) {
-        if (sideBySide) {
-            const SignedSlot& first = slots_[begin];
-            const auto loop = first.sign < 0 ? advanceSideBySide<true> : advanceSideBySide<false>;
-            loop(end - begin, x + begin, from + first.slot, h, to + begin);
-            continue;
+    const SignedSlot* k = slots_.data();
+    for (const auto& [begin, end, order] : stretches_) {
+        if (order == Order::sideBySide) {
+            const auto loop =
+                k[begin].sign < 0 ? advanceSideBySide<true> : advanceSideBySide<false>;
+            loop(end - begin, x + begin, from + k[begin].slot, h, to + begin);
+        } else if (order == Order::positive) {
+            for (std::size_t i = begin; i < end; ++i)
+                to[i] = x[i] + h * from[k[i].slot];
+        } else {
+            for (std::size_t i = begin; i < end; ++i)
+                to[i] = x[i] + h * k[i].read(from);
         }
-        for (std::size_t i = begin; i < end; ++i)
-            to[i] = x[i] + h * slots_[i].read(from);
     }
 }
 
 void Derivatives::finish(const double* x, const std::array<const double*, 4>& stages, double sixth,
                          double* to) const {
     const auto [s1, s2, s3, s4] = stages;
-    for (const auto& [begin, end, sideBySide] : stretches_) {
-        if (sideBySide) {
-            const auto [slot, sign] = slots_[begin];
+    const SignedSlot* k = slots_.data();
+    for (const auto& [begin, end, order] : stretches_) {
+        if (order == Order::sideBySide) {
+            const auto [slot, sign] = k[begin];
             const auto loop = sign < 0 ? finishSideBySide<true> : finishSideBySide<false>;
             loop(end - begin, x + begin, s1 + slot, s2 + slot, s3 + slot, s4 + slot, sixth,
                  to + begin);
-            continue;
-        }
-        for (std::size_t i = begin; i < end; ++i) {
-            const SignedSlot& k = slots_[i];
-            to[i] = x[i] + sixth * weighted(k.read(s1), k.read(s2), k.read(s3), k.read(s4));
+        } else if (order == Order::positive) {
+            for (std::size_t i = begin; i < end; ++i) {
+                const Index slot = k[i].slot;
+                to[i] = x[i] + sixth * weighted(s1[slot], s2[slot], s3[slot], s4[slot]);
+            }
+        } else {
+            for (std::size_t i = begin; i < end; ++i) {
+                to[i] = x[i] + sixth * weighted(k[i].read(s1), k[i].read(s2), k[i].read(s3),
+                                                k[i].read(s4));
+            }
         }
     }
 }

@@ -84,12 +84,16 @@ public:
                 double* to) const;
 
 private:
-    /// Neighbouring states. Where their derivatives lie side by side too and have one sign, they
-    /// are read in a plain loop.
+    /// Neighbouring states, and what may be taken for granted of their derivatives.
+    enum class Order {
+        sideBySide, ///< in neighbouring slots too, of one sign
+        positive,   ///< anywhere, all of sign +1
+        any,
+    };
     struct Stretch {
         Index begin = 0;
         Index end = 0;
-        bool sideBySide = false;
+        Order order = Order::any;
     };
 
     std::vector<SignedSlot> slots_;
@@ -120,7 +124,8 @@ struct Program {
         double resistance = 1;
     };
 
-    std::vector<Index> variableAt; ///< the state variable held in state slot i
+    std::vector<Index> variableAt; ///< the state variable held in state slot i, or `stateCount`
+    Index stateCount = 0;
     Derivatives dx;
     std::vector<Loss> losses; ///< the resistors, in node order
     std::vector<SignedSlot> effort;
