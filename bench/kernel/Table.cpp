@@ -15,12 +15,10 @@ void Collector::ReportRuns(const std::vector<Run>& runs) {
     }
 }
 
-double Collector::median(const std::string& name) const {
+double Collector::fastest(const std::string& name) const {
     const auto found = times_.find(name);
     if (found == times_.end()) return 0;
-    std::vector<double> times = found->second;
-    std::ranges::sort(times);
-    return times[times.size() / 2];
+    return *std::ranges::min_element(found->second);
 }
 
 double growthExponent(const std::vector<double>& sizes, const std::vector<double>& times) {

@@ -49,9 +49,9 @@ Integrator::Integrator(StateSpace space, SourceFunction sources)
     : space_(std::move(space)), sources_(std::move(sources)) {
     const Program& program = space_.model_->program;
     values_.resize(program.sourceCount);
-    state_.resize(program.variableAt.size());
-    held_ = state_;
-    stride_ = program.stepSlots;
+    state_.resize(program.stateCount);
+    held_.resize(program.stateCount + 1);
+    stride_ = program.stepSlots + program.stepSlots % 2;
     slots_.resize(5 * stride_);
     for (std::size_t i = 0; i < 5; ++i)
         program.hoisted.play(slots(i));
@@ -62,18 +62,20 @@ Integrator::Integrator(StateSpace space, SourceMapFunction sources)
 }
 
 /// Asks for the sources at `t`. True when they differ from those that `slots` holds.
-bool Integrator::readSources(double* slots, double t) {
+inline bool Integrator::readSources(double* slots, double t) {
+    const std::size_t count = values_.size();
+    double* values = values_.data();
     double* held = slots + Program::firstSource;
-    if (values_.size() == 1) {
-        values_[0] = 0.0;
-        if (sources_) sources_(t, values_);
-        if (sameBits(held[0], values_[0])) return false;
-        held[0] = values_[0];
+    if (count == 1) {
+        *values = 0.0;
+        if (sources_) sources_(t, {values, 1});
+        if (sameBits(*held, *values)) return false;
+        *held = *values;
     } else {
-        std::ranges::fill(values_, 0.0);
-        if (sources_) sources_(t, values_);
-        if (sameBits(held, values_.data(), values_.size())) return false;
-        std::ranges::copy(values_, held);
+        std::fill_n(values, count, 0.0);
+        if (sources_) sources_(t, {values, count});
+        if (sameBits(held, values, count)) return false;
+        std::copy_n(values, count, held);
     }
     space_.model_->program.hoisted.play(slots);
     return true;
@@ -81,12 +83,12 @@ bool Integrator::readSources(double* slots, double t) {
 
 /// Takes over the state vector. True when it differs from the state that was held.
 bool Integrator::readState(double* slots) {
-    const std::size_t n = held_.size();
-    if (state_.size() >= n && sameBits(state_.data(), held_.data(), n)) return false;
     const Program& program = space_.model_->program;
+    const std::size_t n = program.stateCount;
+    if (state_.size() >= n && sameBits(state_.data(), held_.data(), n)) return false;
     for (std::size_t k = 0; k < n; ++k)
         held_[k] = k < state_.size() ? state_[k] : 0.0;
-    for (std::size_t i = 0; i < n; ++i) {
+    for (std::size_t i = 0; i < program.variableAt.size(); ++i) {
         slots[program.firstState + i] = held_[program.variableAt[i]];
     }
     return true;
@@ -108,7 +110,7 @@ void Integrator::evaluate(double t) {
 /// States that the state vector has no entry for are 0 at every stage.
 void Integrator::clearMissing(double* slots) const {
     const Program& program = space_.model_->program;
-    for (std::size_t i = 0; i < held_.size(); ++i) {
+    for (std::size_t i = 0; i < program.variableAt.size(); ++i) {
         if (program.variableAt[i] >= state_.size()) slots[program.firstState + i] = 0.0;
     }
 }
@@ -117,11 +119,12 @@ void Integrator::clearMissing(double* slots) const {
 void Integrator::commit(const double* slots) {
     const Program& program = space_.model_->program;
     const double* result = slots + program.firstState;
-    const std::size_t n = held_.size();
-    const std::size_t entries = std::min(n, state_.size());
-    for (std::size_t i = 0; i < n; ++i)
+    const std::size_t count = program.variableAt.size();
+    for (std::size_t i = 0; i < count; ++i)
         held_[program.variableAt[i]] = result[i];
-    std::copy_n(held_.begin(), entries, state_.begin());
+    const std::size_t entries = std::min<std::size_t>(program.stateCount, state_.size());
+    for (std::size_t k = 0; k < entries; ++k)
+        state_[k] = held_[k];
 }
 
 void Integrator::step(double dt) {
@@ -130,7 +133,7 @@ void Integrator::step(double dt) {
     const double half = h * 0.5;
     const double middle = half + t_;
     const double end = t_ + h;
-    const bool missing = state_.size() < held_.size();
+    const bool missing = state_.size() < program.stateCount;
     double* const first = slots(current_);
     double* const last = slots(4 - current_);
     const double* const x = first + program.firstState;

@@ -102,7 +102,7 @@ Eval StateSpace::derivatives(std::span<const double> state, const Sources& sourc
     }
     for (std::size_t i = 0; i < program.variableAt.size(); ++i) {
         const std::size_t k = program.variableAt[i];
-        if (k < state.size()) slots[program.firstState + i] = state[k];
+        if (k < program.stateCount && k < state.size()) slots[program.firstState + i] = state[k];
     }
     program.hoisted.play(slots.data());
     program.derivative.play(slots.data());
@@ -111,9 +111,10 @@ Eval StateSpace::derivatives(std::span<const double> state, const Sources& sourc
 
     Eval eval;
     const auto dx = program.dx.slots();
-    eval.dx.resize(dx.size());
+    eval.dx.resize(program.stateCount);
     for (std::size_t i = 0; i < dx.size(); ++i) {
-        eval.dx[program.variableAt[i]] = dx[i].read(slots.data());
+        const std::size_t k = program.variableAt[i];
+        if (k < program.stateCount) eval.dx[k] = dx[i].read(slots.data());
     }
     eval.effort.reserve(program.effort.size());
     eval.flow.reserve(program.flow.size());
