@@ -18,6 +18,15 @@ Json graphJson(Json nodes, Json bonds) {
     return {{"nodes", std::move(nodes)}, {"bonds", std::move(bonds)}};
 }
 
+/// Reads a member whose text names a value of an enumeration.
+template <class Value, class Lookup>
+Value named(JsonReader& member, const char* key, Lookup lookup, const std::string& what) {
+    const std::string text = member.string(key);
+    if (const std::optional<Value> value = lookup(text)) return *value;
+    member.fail(key, "\"" + text + "\" is no " + what);
+    return {};
+}
+
 } // namespace
 
 Json toJson(const BondGraph& graph) {
@@ -52,21 +61,13 @@ tl::expected<BondGraph, std::string> readBondGraph(const Json& json) {
     JsonReader reader(json);
     reader.array("nodes", [&](JsonReader& member) {
         Node node{.id = member.string("id")};
-        if (const auto kind = nodeKind(member.string("kind"))) {
-            node.kind = *kind;
-        } else {
-            member.fail("kind", "expected an element kind");
-        }
+        node.kind = named<NodeKind>(member, "kind", nodeKind, "element kind");
         node.param = member.optionalNumber("param");
         graph.nodes.push_back(std::move(node));
     });
     reader.array("bonds", [&](JsonReader& member) {
         Bond bond{.a = member.integer("a"), .b = member.integer("b")};
-        if (const auto stroke = causality(member.string("causality"))) {
-            bond.causality = *stroke;
-        } else {
-            member.fail("causality", "expected a causality");
-        }
+        bond.causality = named<Causality>(member, "causality", causality, "causality");
         bond.powerAToB = member.boolean("powerAToB");
         graph.bonds.push_back(bond);
     });

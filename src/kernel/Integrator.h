@@ -48,11 +48,30 @@ public:
     double dissipation();
 
 private:
+    bool readSources(double* slots, double t);
+    bool readState(double* slots);
+    void evaluate(double t);
+    void clearMissing(double* slots) const;
+    void commit(const double* slots);
+
+    /// The slots of an evaluation. There are five: one for the state at the start of the step and
+    /// the first stage, one for each other stage, one for the state at its end, which the next step
+    /// starts from.
+    double* slots(std::size_t which) { return slots_.data() + which * stride_; }
+
     StateSpace space_;
     SourceFunction sources_;
     std::vector<double> state_;
     double t_ = 0;
     double risk_ = 0;
+
+    std::vector<double> values_; ///< what the source function wrote last
+    std::vector<double> held_;   ///< the state that `slots(current_)` was given
+    std::vector<double> slots_;
+    std::size_t stride_ = 0;
+    std::size_t current_ = 0;
+    bool evaluated_ = false; ///< `slots(current_)` is a whole evaluation, and `rate_` its loss
+    double rate_ = 0;
 };
 
 } // namespace kelvo

@@ -33,7 +33,7 @@ TEST(CloseGap, SealsInTheFixedOrderWithTheWholePayload) {
             "cite Closed B with evidence review é.txt [" + evidenceSha.substr(0, 12) +
                 "] — readiness 12.5%→87.5% | owner Ada Byron · presence HIPR:TouchID:present",
             R"(event {"block":")" + totem.blockHash +
-                R"(","criterion":"B","gate_after":1.0,"gate_before":0,"kind":"close_gap","readiness_after":0.875})",
+                R"(","criterion":"B","gate_after":1,"gate_before":0,"kind":"close_gap","readiness_after":0.875})",
             StartsWith("cards Close A — a (+12.5%)")));
     const std::string payload =
         R"({"attested_at":"2026-01-31T09:15:02Z","criterion":"B","evidence_name":"review é.txt","evidence_root":")" +

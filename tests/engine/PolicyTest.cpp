@@ -102,7 +102,7 @@ TEST_F(Policy, ApprovingWritesTheFileThenClosesAndSeals) {
         sha +
         R"(","evidence_summary":"generated from graph variables","gate_after":1,"gate_before":0.4,"generated":true,)"
         R"("owner":"Ada Byron","presence":"HIPR:TouchID:present","readiness_after":0.25,"readiness_before":0.1,)"
-        R"("source_variables":"We list vendors. GAP: no review","sourceDb":"control","tip":")" +
+        R"("sourceDb":"control","source_variables":"We list vendors. GAP: no review","tip":")" +
         tip + R"("})";
     EXPECT_EQ(totem.payloadRoot, sha256Hex(payload)) << payload;
     EXPECT_EQ(totem.title, "Sealed generated policy CC9-vendor");

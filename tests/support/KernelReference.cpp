@@ -1,4 +1,4 @@
-#include "kernel/Literal.h"
+#include "support/KernelReference.h"
 
 #include <map>
 #include <utility>

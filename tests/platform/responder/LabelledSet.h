@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "responder/GroundTexts.h"
+
+namespace kelvo::test {
+
+/// A short document and the criteria that a person says it is evidence for.
+struct LabelledDocument {
+    std::string name;
+    std::vector<std::string> expected;
+    std::string text;
+};
+
+/// Reads a part of the labelled set: "=== name | id id", then the text up to the next such line.
+std::vector<LabelledDocument> labelledDocuments(const std::string& part);
+
+/// The thirteen criteria and nine families that the labels speak of.
+GroundTexts labelledGround();
+
+} // namespace kelvo::test
