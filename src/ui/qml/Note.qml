@@ -1,0 +1,6 @@
+import QtQuick
+
+// What a section is for, in quiet words.
+Words {
+    color: Theme.secondary
+}

@@ -1,0 +1,11 @@
+import QtQuick
+import QtQuick.Layouts
+
+// A section that exists only while its condition holds.
+Loader {
+    required property bool shown
+
+    Layout.fillWidth: true
+    active: shown
+    visible: shown
+}
