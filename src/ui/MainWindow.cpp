@@ -17,7 +17,7 @@ MainWindow::MainWindow(EngineView& view) {
     qml_.addImportPath(QStringLiteral("qrc:/qt/qml"));
     qml_.setInitialProperties({{QStringLiteral("engine"), QVariant::fromValue(&view)},
                                {QStringLiteral("visible"), true}});
-    qml_.load(QUrl(QStringLiteral("qrc:/qt/qml/Kelvo/qml/Main.qml")));
+    qml_.load(QUrl(QStringLiteral("qrc:/qt/qml/Kelvo/Main.qml")));
 }
 
 MainWindow::~MainWindow() = default;

@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
+import Kelvo
 
 // A button with an optional symbol, at one of three weights: prominent, tinted or plain.
 Button {
@@ -16,13 +17,13 @@ Button {
     property string symbol: ""
     property bool large: false
     readonly property color ink: !enabled ? Theme.disabledText : weight === ActionButton.Prominent
-                                           ? Theme.onAccent : weight === ActionButton.Tinted ? Theme.accent : Theme.text
+                                           ? Theme.accentText : weight === ActionButton.Tinted ? Theme.accent : Theme.text
 
     Accessible.name: text
     Layout.maximumWidth: Layout.fillWidth ? Infinity : implicitWidth
     bottomPadding: 0
     implicitHeight: large ? Theme.length(40) : Theme.controlHeight
-    leftPadding: large ? Theme.l : Theme.m
+    leftPadding: text === "" ? Theme.s : large ? Theme.l : Theme.m
     rightPadding: leftPadding
     topPadding: 0
 
@@ -45,38 +46,42 @@ Button {
             shown: button.visualFocus
         }
     }
-    contentItem: RowLayout {
-        spacing: Theme.s
+    contentItem: Item {
+        implicitHeight: row.implicitHeight
+        implicitWidth: row.implicitWidth
 
-        Symbol {
-            Layout.alignment: Qt.AlignVCenter
-            Layout.leftMargin: button.text === "" ? -Theme.xs : 0
-            Layout.rightMargin: button.text === "" ? -Theme.xs : 0
-            color: button.ink
-            implicitHeight: Theme.icon
-            implicitWidth: Theme.icon
-            name: button.symbol
-            visible: button.symbol !== ""
-        }
-        Text {
-            Accessible.ignored: true
-            Layout.alignment: Qt.AlignVCenter
-            Layout.fillWidth: true
-            color: button.ink
-            elide: Text.ElideRight
-            font.pixelSize: Theme.body
-            font.weight: button.weight === ActionButton.Plain ? Font.Normal : Font.DemiBold
-            horizontalAlignment: button.symbol === "" ? Text.AlignHCenter : Text.AlignLeft
-            text: button.text
-            textFormat: Text.PlainText
-            visible: text !== ""
+        RowLayout {
+            id: row
+
+            anchors.centerIn: parent
+            spacing: Theme.s
+            width: Math.min(implicitWidth, parent.width)
+
+            Symbol {
+                color: button.ink
+                implicitHeight: Theme.icon
+                implicitWidth: Theme.icon
+                name: button.symbol
+                visible: button.symbol !== ""
+            }
+            Text {
+                id: label
+
+                Accessible.ignored: true
+                Layout.fillWidth: true
+                color: button.ink
+                elide: Text.ElideRight
+                font.pixelSize: Theme.body
+                font.weight: button.weight === ActionButton.Plain ? Font.Normal : Font.DemiBold
+                text: button.text
+                textFormat: Text.PlainText
+                visible: text !== ""
+            }
         }
     }
 
     Tip {
-        readonly property bool cut: button.width < button.implicitWidth - 1
-
         text: button.text
-        visible: button.hovered && cut
+        visible: button.hovered && label.truncated
     }
 }

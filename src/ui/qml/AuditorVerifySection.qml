@@ -1,4 +1,5 @@
 import QtQuick
+import Kelvo
 
 // Readiness for a role that looks and changes nothing.
 Card {

@@ -1,4 +1,5 @@
 import QtQuick
+import Kelvo
 
 // One line of the conversation: the assistant's at the leading side, the person's at the trailing.
 Item {
@@ -41,7 +42,7 @@ Item {
             font.pixelSize: Theme.body
             readOnly: true
             selectByMouse: true
-            selectedTextColor: Theme.onAccent
+            selectedTextColor: Theme.accentText
             selectionColor: Theme.accent
             text: bubble.line
             textFormat: TextEdit.PlainText

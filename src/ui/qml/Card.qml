@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
+import Kelvo
 
 // One section: an optional heading and what belongs to it, on a surface of its own.
 Pane {

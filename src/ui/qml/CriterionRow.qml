@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
+import Kelvo
 
 // One criterion: met or open, by its symbol and in words.
 RowLayout {

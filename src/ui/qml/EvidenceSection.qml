@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
+import Kelvo
 
 // Uploads a document and confirms which criteria it is evidence for.
 Card {

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Controls
+import Kelvo
 
 // A one-line text field with a rounded border.
 TextField {
@@ -13,7 +14,7 @@ TextField {
     placeholderTextColor: Theme.tertiary
     rightPadding: Theme.m
     selectByMouse: true
-    selectedTextColor: Theme.onAccent
+    selectedTextColor: Theme.accentText
     selectionColor: Theme.accent
 
     background: Rectangle {

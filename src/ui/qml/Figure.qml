@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
+import Kelvo
 
 // A share of a whole, large: the figure in a ring that fills, a caption and a bar.
 RowLayout {

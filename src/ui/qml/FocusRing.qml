@@ -1,4 +1,5 @@
 import QtQuick
+import Kelvo
 
 // The mark of keyboard focus around a control.
 Rectangle {

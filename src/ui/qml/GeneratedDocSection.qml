@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
+import Kelvo
 
 // A drafted policy, to be read and then approved or discarded.
 Card {
@@ -50,7 +51,7 @@ Card {
             readOnly: true
             rightPadding: Theme.l
             selectByMouse: true
-            selectedTextColor: Theme.onAccent
+            selectedTextColor: Theme.accentText
             selectionColor: Theme.accent
             text: section.engine.draftText
             textFormat: TextEdit.PlainText

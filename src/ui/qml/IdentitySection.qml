@@ -1,4 +1,5 @@
 import QtQuick
+import Kelvo
 
 // Who is at the keyboard, once they have proved it.
 Card {

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
+import Kelvo
 
 // Chooses a role and proves the person's identity.
 Card {
@@ -33,6 +34,7 @@ Card {
             Layout.fillWidth: true
             Layout.maximumWidth: Theme.length(280)
             currentIndex: section.engine.availableRoles.indexOf(section.chosen)
+            displayText: currentIndex < 0 ? "No roles are defined" : currentText
             enabled: section.engine.availableRoles.length > 0
             model: section.engine.availableRoles
 

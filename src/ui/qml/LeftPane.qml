@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
+import Kelvo
 
 // The running model and the one control that runs it.
 Page {
@@ -95,6 +96,8 @@ Page {
                 }
                 Words {
                     Accessible.name: "equations: " + text
+                    // The text ends with a line feed.
+                    Layout.bottomMargin: -Theme.m
                     Layout.topMargin: -Theme.s
                     font.family: Theme.fixedFamily
                     font.pixelSize: Theme.small
@@ -143,6 +146,7 @@ Page {
                     maximumHeight: Theme.length(260)
                     model: pane.engine.totems
                     spacing: Theme.s
+                    visible: count > 0
 
                     delegate: SymbolWords {
                         required property string line

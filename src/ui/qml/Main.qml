@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Controls
+import Kelvo
 
 // The window: the model at the left, the person's workspace at the right.
 ApplicationWindow {

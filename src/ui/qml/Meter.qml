@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
+import Kelvo
 
 // A share of a whole as a bar; moves calmly to a new value.
 ProgressBar {

@@ -1,10 +1,12 @@
 import QtQuick
+import Kelvo
 
 // The one next best action of the person, with the most prominent button of the window.
 Card {
     id: section
 
     required property EngineView engine
+    readonly property alias button: button
     readonly property var labels: ({
             "closeGap": ["Close with evidence", "paperclip"],
             "generate": ["Generate policy", "doc.badge.gearshape"],
@@ -30,6 +32,8 @@ Card {
         visible: text !== ""
     }
     ActionButton {
+        id: button
+
         large: true
         objectName: "nextAction"
         symbol: section.label[1]

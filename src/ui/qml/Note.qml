@@ -1,4 +1,5 @@
 import QtQuick
+import Kelvo
 
 // What a section is for, in quiet words.
 Words {

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
+import Kelvo
 
 // The chat with the assistant, and the one step that it may propose.
 ColumnLayout {

@@ -1,4 +1,5 @@
 import QtQuick
+import Kelvo
 
 // A staged state that waits for the person's approval.
 Card {

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Controls
+import Kelvo
 
 // A choice of one from a short list.
 ComboBox {

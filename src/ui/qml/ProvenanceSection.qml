@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
+import Kelvo
 
 // Every claim with the rule, kernel step or gate that produced it, newest first.
 Card {

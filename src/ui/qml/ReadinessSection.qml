@@ -1,4 +1,5 @@
 import QtQuick
+import Kelvo
 
 // Readiness over all criteria, and each criterion with its gap.
 Card {

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
+import Kelvo
 
 // The tasks of the person's role and the way to complete each.
 Card {

@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
+import Kelvo
 
 // The person's workspace.
 Page {
@@ -35,9 +36,9 @@ Page {
             Ring {
                 Accessible.ignored: true
                 color: pane.engine.readiness >= 1 ? Theme.met : Theme.accent
-                implicitHeight: Theme.length(26)
-                implicitWidth: Theme.length(26)
-                thickness: Theme.length(4)
+                implicitHeight: Theme.length(34)
+                implicitWidth: Theme.length(34)
+                thickness: Theme.length(5)
                 trackColor: Theme.track
                 value: pane.engine.readiness
                 visible: pane.engine.hasMesh
@@ -53,7 +54,7 @@ Page {
                 Accessible.name: "Readiness " + text
                 Layout.fillWidth: false
                 font.bold: true
-                font.pixelSize: Theme.title
+                font.pixelSize: Theme.figure
                 text: pane.engine.readinessText
                 visible: pane.engine.hasMesh
             }
@@ -71,7 +72,7 @@ Page {
         id: scroller
 
         anchors.fill: parent
-        contentHeight: form.height + pane.margin
+        contentHeight: form.height + pane.margin + (reminder.visible ? reminder.height : 0)
         objectName: "rightScroller"
 
         ColumnLayout {
@@ -115,6 +116,8 @@ Page {
                 }
             }
             NextActionSection {
+                id: next
+
                 engine: pane.engine
                 objectName: "nextActionSection"
             }
@@ -165,6 +168,48 @@ Page {
             ProvenanceSection {
                 engine: pane.engine
                 objectName: "provenanceSection"
+            }
+        }
+    }
+
+    // The next best action stays at hand while its card is out of view.
+    Rectangle {
+        id: reminder
+
+        readonly property real cardEnd: next.y + next.height - Theme.l
+        readonly property bool away: cardEnd > scroller.contentY + scroller.height || cardEnd < scroller.contentY + next.button.height
+
+        anchors.bottom: parent.bottom
+        color: Theme.card
+        height: reminderRow.implicitHeight + 2 * Theme.m
+        visible: away && pane.engine.nextAction !== ""
+        width: parent.width
+
+        Rectangle {
+            color: Theme.line
+            height: Theme.hairline
+            width: parent.width
+        }
+        RowLayout {
+            id: reminderRow
+
+            anchors.centerIn: parent
+            spacing: Theme.m
+            width: form.width
+
+            Words {
+                font.weight: Font.DemiBold
+                text: pane.engine.nextTitle
+                wrapMode: Text.NoWrap
+            }
+            ActionButton {
+                large: true
+                objectName: "nextActionReminder"
+                symbol: next.label[1]
+                text: next.label[0]
+                weight: ActionButton.Prominent
+
+                onClicked: pane.engine.runNext()
             }
         }
     }

@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
+import Kelvo
 
 // The rows of a list, as high as they are up to a limit and scrolling within it: however long the
 // list, only what is visible exists.

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Controls
+import Kelvo
 
 // A pane that scrolls, and brings what receives the keyboard focus into view.
 Flickable {

@@ -1,4 +1,5 @@
 import QtQuick
+import Kelvo
 
 // Something is under way, nobody knows for how long.
 Ring {

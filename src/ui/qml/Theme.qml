@@ -1,5 +1,6 @@
 pragma Singleton
 import QtQuick
+import Kelvo
 
 // The design tokens: every size, colour and duration of the window comes from here.
 QtObject {
@@ -57,7 +58,7 @@ QtObject {
     readonly property color accent: dark ? "#8ab0ff" : "#2a5bd0"
     readonly property color accentHover: dark ? "#a2c0ff" : "#2350bb"
     readonly property color accentPressed: dark ? "#7099f0" : "#1c429d"
-    readonly property color onAccent: dark ? "#0d1526" : "#ffffff"
+    readonly property color accentText: dark ? "#0d1526" : "#ffffff"
     readonly property color accentSoft: dark ? "#1d2a45" : "#e9effc"
     readonly property color accentSoftHover: dark ? "#253558" : "#dbe5fa"
     readonly property color accentLine: dark ? "#36508a" : "#b7caf3"

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Controls
+import Kelvo
 
 // A tooltip in plain text, no wider than is easy to read.
 ToolTip {

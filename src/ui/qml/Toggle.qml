@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Controls
+import Kelvo
 
 // A switch with its label at the right.
 Switch {
@@ -27,7 +28,7 @@ Switch {
         y: (toggle.height - height) / 2
 
         Rectangle {
-            color: toggle.checked ? Theme.onAccent : Theme.card
+            color: toggle.checked ? Theme.accentText : Theme.card
             border.color: toggle.checked ? "transparent" : Theme.controlLine
             height: parent.height - Theme.length(6)
             radius: height / 2

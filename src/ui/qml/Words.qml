@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
+import Kelvo
 
 // Text as it is, never markup. What does not fit is cut with an ellipsis and shown whole on hover.
 Label {

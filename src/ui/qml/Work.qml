@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
+import Kelvo
 
 // Long work that is under way: what, and how far it has come.
 RowLayout {
