@@ -193,27 +193,22 @@ void printGrowth(const Collector& results) {
                 growthExponent(sizes, step));
 }
 
+void addAll() {
+    startup.addAll();
+    nine.addAll();
+    addGrowth();
+}
+
+void print(const Collector& results) {
+    startup.print(results);
+    nine.print(results);
+    printGrowth(results);
+}
+
 } // namespace
 } // namespace kelvo::bench
 
 int main(int argc, char** argv) {
     using namespace kelvo::bench;
-    std::vector<char*> arguments(argv, argv + argc);
-    std::array<std::string, 3> defaults{"--benchmark_repetitions=25", "--benchmark_min_time=0.01",
-                                        "--benchmark_enable_random_interleaving=true"};
-    // What the caller gives comes later and counts.
-    for (std::string& option : defaults) {
-        arguments.insert(arguments.begin() + 1, option.data());
-    }
-    int count = static_cast<int>(arguments.size());
-    benchmark::Initialize(&count, arguments.data());
-    startup.addAll();
-    nine.addAll();
-    addGrowth();
-    Collector results;
-    benchmark::RunSpecifiedBenchmarks(&results);
-    startup.print(results);
-    nine.print(results);
-    printGrowth(results);
-    benchmark::Shutdown();
+    return measure(argc, argv, addAll, print);
 }

@@ -22,6 +22,10 @@ private:
     std::map<std::string, std::vector<double>> times_;
 };
 
+/// Runs what `add` registers, interleaved in 25 short repetitions, and prints it with `print`. The
+/// caller's Google Benchmark options come later and count. The result is main's.
+int measure(int argc, char** argv, void (*add)(), void (*print)(const Collector&));
+
 /// The slope of log(time) over log(size) by least squares: the exponent of growth.
 double growthExponent(const std::vector<double>& sizes, const std::vector<double>& times);
 
