@@ -89,8 +89,8 @@ void tick(benchmark::State& state) {
     if (!*bench.engine().running) state.SkipWithError("the loop paused itself");
 }
 
-void cards(benchmark::State& state) {
-    Bench bench(static_cast<std::size_t>(state.range(0)));
+void cards(benchmark::State& state, int criteria) {
+    Bench bench(static_cast<std::size_t>(criteria));
     bench.engine().verifyKYC("Owner");
     for (auto _ : state)
         bench.engine().proposeNBA();
@@ -98,8 +98,8 @@ void cards(benchmark::State& state) {
 
 /// A question of the person and the fixed answer where no model is: two lines, each followed by the
 /// writing of the whole history.
-void chat(benchmark::State& state) {
-    Bench bench(0, static_cast<std::size_t>(state.range(0)));
+void chat(benchmark::State& state, int lines) {
+    Bench bench(0, static_cast<std::size_t>(lines));
     bench.model.unavailable = "none here";
     for (auto _ : state) {
         bench.engine().askAssistant("What is the next step?");
@@ -108,9 +108,9 @@ void chat(benchmark::State& state) {
 }
 
 /// What any writer of such a history must do: as many bytes, flushed and renamed, twice.
-void chatFileAlone(benchmark::State& state) {
+void chatFileAlone(benchmark::State& state, int lines) {
     const test::TemporaryDirectory root;
-    const std::string bytes(static_cast<std::size_t>(state.range(0)) * 150, 'x');
+    const std::string bytes(static_cast<std::size_t>(lines) * 150, 'x');
     for (auto _ : state) {
         for (int line = 0; line < 2; ++line) {
             auto written = writeFileAtomically(root.path() / "chat.json", bytes);
@@ -123,16 +123,18 @@ constexpr std::array<int, 2> meshSizes{13, 10'000};
 constexpr std::array<int, 2> chatSizes{10, 10'000};
 
 std::string sized(const char* what, int size) {
-    return std::string(what) + "/" + std::to_string(size);
+    return std::string(what) + ", " + std::to_string(size);
 }
 
 void addAll() {
     benchmark::RegisterBenchmark("tick", tick);
-    for (const int size : meshSizes)
-        benchmark::RegisterBenchmark("cards", cards)->Arg(size);
+    for (const int size : meshSizes) {
+        benchmark::RegisterBenchmark(sized("cards", size).c_str(), cards, size);
+    }
     for (const int size : chatSizes) {
-        benchmark::RegisterBenchmark("chat", chat)->Arg(size)->Iterations(10);
-        benchmark::RegisterBenchmark("file", chatFileAlone)->Arg(size)->Iterations(10);
+        benchmark::RegisterBenchmark(sized("chat", size).c_str(), chat, size)->Iterations(10);
+        benchmark::RegisterBenchmark(sized("file", size).c_str(), chatFileAlone, size)
+            ->Iterations(10);
     }
 }
 
