@@ -37,11 +37,10 @@ bool sameBits(double a, double b) {
 }
 
 bool sameBits(const double* a, const double* b, std::size_t count) {
-    std::uint64_t difference = 0;
     for (std::size_t i = 0; i < count; ++i) {
-        difference |= std::bit_cast<std::uint64_t>(a[i]) ^ std::bit_cast<std::uint64_t>(b[i]);
+        if (!sameBits(a[i], b[i])) return false;
     }
-    return difference == 0;
+    return true;
 }
 
 } // namespace
