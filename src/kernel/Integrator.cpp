@@ -14,6 +14,7 @@
 
 namespace kelvo {
 
+using kernel_detail::Index;
 using kernel_detail::Program;
 
 namespace {
@@ -36,11 +37,10 @@ bool sameBits(double a, double b) {
 }
 
 bool sameBits(const double* a, const double* b, std::size_t count) {
-    std::uint64_t difference = 0;
     for (std::size_t i = 0; i < count; ++i) {
-        difference |= std::bit_cast<std::uint64_t>(a[i]) ^ std::bit_cast<std::uint64_t>(b[i]);
+        if (!sameBits(a[i], b[i])) return false;
     }
-    return difference == 0;
+    return true;
 }
 
 } // namespace
@@ -49,8 +49,8 @@ Integrator::Integrator(StateSpace space, SourceFunction sources)
     : space_(std::move(space)), sources_(std::move(sources)) {
     const Program& program = space_.model_->program;
     values_.resize(program.sourceCount);
-    state_.resize(program.stateCount);
-    held_.resize(program.stateCount + 1);
+    state_.resize(program.stateSlot.size());
+    held_ = state_;
     stride_ = program.stepSlots + program.stepSlots % 2;
     slots_.resize(5 * stride_);
     for (std::size_t i = 0; i < 5; ++i)
@@ -84,12 +84,11 @@ inline bool Integrator::readSources(double* slots, double t) {
 /// Takes over the state vector. True when it differs from the state that was held.
 bool Integrator::readState(double* slots) {
     const Program& program = space_.model_->program;
-    const std::size_t n = program.stateCount;
+    const std::size_t n = held_.size();
     if (state_.size() >= n && sameBits(state_.data(), held_.data(), n)) return false;
-    for (std::size_t k = 0; k < n; ++k)
+    for (std::size_t k = 0; k < n; ++k) {
         held_[k] = k < state_.size() ? state_[k] : 0.0;
-    for (std::size_t i = 0; i < program.variableAt.size(); ++i) {
-        slots[program.firstState + i] = held_[program.variableAt[i]];
+        slots[program.stateSlot[k]] = held_[k];
     }
     return true;
 }
@@ -110,21 +109,22 @@ void Integrator::evaluate(double t) {
 /// States that the state vector has no entry for are 0 at every stage.
 void Integrator::clearMissing(double* slots) const {
     const Program& program = space_.model_->program;
-    for (std::size_t i = 0; i < program.variableAt.size(); ++i) {
-        if (program.variableAt[i] >= state_.size()) slots[program.firstState + i] = 0.0;
-    }
+    for (std::size_t k = state_.size(); k < held_.size(); ++k)
+        slots[program.stateSlot[k]] = 0.0;
 }
 
 /// The state vector becomes the state that `slots` holds.
 void Integrator::commit(const double* slots) {
     const Program& program = space_.model_->program;
-    const double* result = slots + program.firstState;
-    const std::size_t count = program.variableAt.size();
-    for (std::size_t i = 0; i < count; ++i)
-        held_[program.variableAt[i]] = result[i];
-    const std::size_t entries = std::min<std::size_t>(program.stateCount, state_.size());
-    for (std::size_t k = 0; k < entries; ++k)
-        state_[k] = held_[k];
+    const Index* slotOf = program.stateSlot.data();
+    const std::size_t n = std::min(held_.size(), state_.size());
+    double* held = held_.data();
+    double* state = state_.data();
+    for (std::size_t k = 0; k < n; ++k) {
+        const double x = slots[slotOf[k]];
+        held[k] = x;
+        state[k] = x;
+    }
 }
 
 void Integrator::step(double dt) {
@@ -133,7 +133,7 @@ void Integrator::step(double dt) {
     const double half = h * 0.5;
     const double middle = half + t_;
     const double end = t_ + h;
-    const bool missing = state_.size() < program.stateCount;
+    const bool missing = state_.size() < held_.size();
     double* const first = slots(current_);
     double* const last = slots(4 - current_);
     const double* const x = first + program.firstState;

@@ -66,8 +66,7 @@ private:
     double risk_ = 0;
 
     std::vector<double> values_; ///< what the source function wrote last
-    /// The state that `slots(current_)` was given, followed by one entry for the slots between.
-    std::vector<double> held_;
+    std::vector<double> held_;   ///< the state that `slots(current_)` was given
     std::vector<double> slots_;
     std::size_t stride_ = 0;
     std::size_t current_ = 0;

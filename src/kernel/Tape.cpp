@@ -135,9 +135,12 @@ void Derivatives::advance(const double* x, const double* from, double h, double*
     const SignedSlot* k = slots_.data();
     for (const auto& [begin, end, order] : stretches_) {
         if (order == Order::sideBySide) {
-            const auto loop =
-                k[begin].sign < 0 ? advanceSideBySide<true> : advanceSideBySide<false>;
-            loop(end - begin, x + begin, from + k[begin].slot, h, to + begin);
+            const double* first = from + k[begin].slot;
+            if (k[begin].sign < 0) {
+                advanceSideBySide<true>(end - begin, x + begin, first, h, to + begin);
+            } else {
+                advanceSideBySide<false>(end - begin, x + begin, first, h, to + begin);
+            }
         } else if (order == Order::positive) {
             for (std::size_t i = begin; i < end; ++i)
                 to[i] = x[i] + h * from[k[i].slot];

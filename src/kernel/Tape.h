@@ -124,8 +124,7 @@ struct Program {
         double resistance = 1;
     };
 
-    std::vector<Index> variableAt; ///< the state variable held in state slot i, or `stateCount`
-    Index stateCount = 0;
+    std::vector<Index> stateSlot; ///< by state variable
     Derivatives dx;
     std::vector<Loss> losses; ///< the resistors, in node order
     std::vector<SignedSlot> effort;

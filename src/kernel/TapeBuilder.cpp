@@ -232,12 +232,13 @@ private:
 
         slotOf_[zeroCell] = nextSlot_++;
         program_.sourceCount = outputs_.sourceCount;
-        program_.stateCount = stateCount();
+        program_.stateSlot.resize(stateCount());
         for (Index s = 0; s < outputs_.sourceCount; ++s)
             slotOf_[sourceCell(s)] = nextSlot_++;
         placeResults(hoisted_);
         placeResults(derivative_);
         placeStates();
+        pastStates_ = nextSlot_;
         placeResults(rate_);
         program_.stepSlots = nextSlot_;
         placeResults(rest_);
@@ -301,7 +302,7 @@ private:
             for (std::size_t begin = 0; begin < list->size(); begin = runEnd(*list, begin)) {
                 const auto run = std::span(*list).subspan(begin, runEnd(*list, begin) - begin);
                 for (std::size_t position = 0; position < 3; ++position) {
-                    if (run.size() >= worthAligning) alignStates();
+                    if (run.size() >= worthAligning) align();
                     for (const Instruction& each : run)
                         placeState(each.operand[position]);
                 }
@@ -311,33 +312,29 @@ private:
             placeState(stateCell(k));
     }
 
-    void alignStates() {
-        if (nextSlot_ % 2 != 0) program_.variableAt.push_back(stateCount());
-        align();
-    }
-
     void placeState(Index cell) {
         if (!isStateCell(cell) || slotOf_[cell] != none) return;
-        slotOf_[cell] = nextSlot_++;
-        program_.variableAt.push_back(cell - stateCell(0));
+        slotOf_[cell] = nextSlot_;
+        program_.stateSlot[cell - stateCell(0)] = nextSlot_++;
     }
 
-    /// The derivatives by state slot. That of a gap is a slot that is always 0.0, where possible
-    /// the one that keeps the derivatives side by side.
+    /// The derivatives by state slot. A gap among the states is stepped like a state, with a
+    /// derivative that is always 0.0: where possible the gap that keeps the others side by side.
     std::vector<SignedSlot> placedDerivatives() const {
-        std::vector<SignedSlot> dx;
-        for (const Index k : program_.variableAt) {
-            if (k < stateCount()) {
-                dx.push_back(slotOf(outputs_.dx[k]));
-                continue;
+        std::vector<SignedSlot> dx(pastStates_ - program_.firstState);
+        for (Index k = 0; k < stateCount(); ++k) {
+            dx[program_.stateSlot[k] - program_.firstState] = slotOf(outputs_.dx[k]);
+        }
+        for (std::size_t i = 1; i < dx.size(); ++i) {
+            const SignedSlot before = dx[i - 1];
+            if (isGap(program_.firstState + static_cast<Index>(i)) && isGap(before.slot + 1)) {
+                dx[i] = {before.slot + 1, before.sign};
             }
-            SignedSlot gap = dx.back();
-            ++gap.slot;
-            const bool fits = gap.slot < isGap_.size() && isGap_[gap.slot];
-            dx.push_back(fits ? gap : SignedSlot{});
         }
         return dx;
     }
+
+    bool isGap(Index slot) const { return slot < isGap_.size() && isGap_[slot]; }
 
     Tape assemble(Instructions& list) const {
         Tape tape;
@@ -424,6 +421,7 @@ private:
     std::vector<Index> slotOf_;  ///< by cell
     std::vector<bool> isGap_;    ///< by slot
     Index nextSlot_ = 0;
+    Index pastStates_ = 0;
     Program program_;
 };
 
