@@ -88,7 +88,7 @@ INSTANTIATE_TEST_SUITE_P(
                             "/usr/bin/xvfb-run",
                             {"-a", "stdbuf", "-o0", "dunst", "-conf", "/dev/null", "-print"},
                             "Press &lt;b&gt; &amp; approve."}),
-    [](const auto& info) { return std::string(info.param.name); });
+    [](const auto& chosen) { return std::string(chosen.param.name); });
 
 TEST(DesktopNotifications, TellLaterThatNobodyTookThem) {
     const test::PrivateBus bus;

@@ -47,10 +47,10 @@ TEST(EnrolledFingers, AreThoseThatTheReaderServiceListsForTheAccount) {
     for (QObject* object : std::initializer_list<QObject*>{&manager, &nobodys, &adas})
         object->moveToThread(&thread);
     thread.start();
-    constexpr auto slots = QDBusConnection::ExportAllSlots;
-    ASSERT_TRUE((*service).registerObject("/net/reactivated/Fprint/Manager", &manager, slots));
-    ASSERT_TRUE((*service).registerObject("/reader/0", &nobodys, slots));
-    ASSERT_TRUE((*service).registerObject("/reader/1", &adas, slots));
+    constexpr auto all = QDBusConnection::ExportAllSlots;
+    ASSERT_TRUE((*service).registerObject("/net/reactivated/Fprint/Manager", &manager, all));
+    ASSERT_TRUE((*service).registerObject("/reader/0", &nobodys, all));
+    ASSERT_TRUE((*service).registerObject("/reader/1", &adas, all));
     ASSERT_TRUE((*service).registerService("net.reactivated.Fprint"));
 
     EXPECT_TRUE(fingers.any("ada"));

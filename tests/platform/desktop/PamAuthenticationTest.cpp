@@ -81,7 +81,6 @@ TEST_F(PamAuthenticationTest, IsFalseForEveryOtherAnswer) {
              press(prompt, Qt::Key_Space);
          }},
         {"window closed", "ada", [](QQuickWindow& prompt) { prompt.close(); }},
-        {"program quits", "ada", [](QQuickWindow&) { QGuiApplication::exit(0); }},
     };
     for (const Case& each : cases) {
         SCOPED_TRACE(each.what);
@@ -90,6 +89,15 @@ TEST_F(PamAuthenticationTest, IsFalseForEveryOtherAnswer) {
         EXPECT_FALSE(authentication.evaluate(reason));
         EXPECT_EQ(Person::prompt(), nullptr);
     }
+}
+
+TEST_F(PamAuthenticationTest, IsFalseWhenTheProgramQuitsMeanwhile) {
+    TestAuthentication authentication(folder_, "desk");
+    bool answer = true;
+    QTimer::singleShot(0, [&] { answer = authentication.evaluate(reason); });
+    person_.when(isAsking, [](QQuickWindow&) { QGuiApplication::quit(); });
+    QGuiApplication::exec();
+    EXPECT_FALSE(answer);
 }
 
 TEST_F(PamAuthenticationTest, ShowsNoPromptWhereNobodyCanBeAsked) {

@@ -8,19 +8,17 @@
 
 namespace kelvo::test {
 
-PamFolder::PamFolder() {
-    file("passdb", "ada:correct horse:desk\nada:correct horse:loud\nada:correct horse:told\n"
-                   "ada:correct horse:slow\nbob:correct horse:elsewhere\n");
-}
-
 std::filesystem::path PamFolder::file(const std::string& name, const std::string& content) const {
     std::ofstream(folder_.path() / name) << content;
     return folder_.path() / name;
 }
 
 void PamFolder::service(const std::string& name, std::string lines) const {
-    const std::string module = "/usr/lib/x86_64-linux-gnu/pam_wrapper/pam_matrix.so passdb=" +
-                               (folder_.path() / "passdb").string();
+    // The module looks at the first line of an account only.
+    const auto accounts =
+        file(name + ".accounts", "ada:correct horse:" + name + "\nbob:correct horse:elsewhere\n");
+    const std::string module =
+        "/usr/lib/x86_64-linux-gnu/pam_wrapper/pam_matrix.so passdb=" + accounts.string();
     for (std::size_t at = 0; (at = lines.find("@matrix")) != std::string::npos;) {
         lines.replace(at, 7, module);
     }

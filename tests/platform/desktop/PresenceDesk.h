@@ -21,8 +21,6 @@ namespace kelvo::test {
 /// is good for another service only.
 class PamFolder {
 public:
-    PamFolder();
-
     /// A service file of these lines. "@matrix" stands for PAM's test module with its accounts.
     void service(const std::string& name, std::string lines) const;
     std::filesystem::path file(const std::string& name, const std::string& content) const;
