@@ -1,13 +1,12 @@
 #include "desktop/DesktopNotifications.h"
 
+#include <syslog.h>
+
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QStringList>
 #include <QVariantMap>
-
-#include <syslog.h>
-
 #include <cstdio>
 #include <utility>
 
@@ -27,7 +26,8 @@ QDBusMessage method(const char* name) {
 DesktopNotifications::DesktopNotifications(QString applicationName, QString desktopFileId,
                                            QDBusConnection bus)
     : applicationName_(std::move(applicationName)), desktopFileId_(std::move(desktopFileId)),
-      bus_(std::move(bus)) {}
+      bus_(std::move(bus)) {
+}
 
 void DesktopNotifications::post(const Notification& notification,
                                 std::function<void()> undelivered) {
@@ -49,9 +49,10 @@ void DesktopNotifications::post(const Notification& notification,
 void DesktopNotifications::send(const Notification& notification, bool markup,
                                 std::function<void()> undelivered) {
     const QString body = QString::fromStdString(notification.body);
-    const QVariantMap hints = {{"desktop-entry", desktopFileId_},
-                               {"sound-name", "message-new-instant"},
-                               {"x-kelvo-identifier", QString::fromStdString(notification.identifier)}};
+    const QVariantMap hints = {
+        {"desktop-entry", desktopFileId_},
+        {"sound-name", "message-new-instant"},
+        {"x-kelvo-identifier", QString::fromStdString(notification.identifier)}};
     QDBusMessage call = method("Notify");
     call << applicationName_ << 0U << desktopFileId_ << QString::fromStdString(notification.title)
          << (markup ? body.toHtmlEscaped() : body) << QStringList() << hints << -1;

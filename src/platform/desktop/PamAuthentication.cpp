@@ -1,16 +1,15 @@
 #include "desktop/PamAuthentication.h"
 
-#include "desktop/PresencePrompt.h"
-#include "desktop/PromptMailbox.h"
-#include "desktop/SystemAccount.h"
-
 #include <QEventLoop>
 #include <QGuiApplication>
 #include <QLibraryInfo>
 #include <QQmlEngine>
-
 #include <cstdlib>
 #include <utility>
+
+#include "desktop/PresencePrompt.h"
+#include "desktop/PromptMailbox.h"
+#include "desktop/SystemAccount.h"
 
 // Outside any namespace, as the macro requires; a static library's resources register only so.
 static void registerPresenceResources() {
@@ -24,9 +23,17 @@ const char* const serviceName = "kelvo-soc2";
 
 /// Where modules look for the services that they ask, when these variables are set.
 constexpr const char* misleading[] = {
-    "DBUS_SYSTEM_BUS_ADDRESS", "DBUS_STARTER_ADDRESS", "DBUS_STARTER_BUS_TYPE", "KRB5_CONFIG",
-    "KRB5_KDC_PROFILE",        "KRB5CCNAME",           "LDAPCONF",              "LDAPRC",
-    "HOSTALIASES",             "LOCALDOMAIN",          "RES_OPTIONS",
+    "DBUS_SYSTEM_BUS_ADDRESS",
+    "DBUS_STARTER_ADDRESS",
+    "DBUS_STARTER_BUS_TYPE",
+    "KRB5_CONFIG",
+    "KRB5_KDC_PROFILE",
+    "KRB5CCNAME",
+    "LDAPCONF",
+    "LDAPRC",
+    "HOSTALIASES",
+    "LOCALDOMAIN",
+    "RES_OPTIONS",
 };
 
 std::unique_ptr<const PamStack> systemStack(const std::string& user) {
@@ -85,7 +92,8 @@ private:
 PamAuthentication::PamAuthentication()
     : PamAuthentication(SystemAccount::loginName().value_or(""),
                         systemStack(SystemAccount::loginName().value_or("")),
-                        std::make_unique<EnrolledFingers>()) {}
+                        std::make_unique<EnrolledFingers>()) {
+}
 
 PamAuthentication::PamAuthentication(std::string user, std::unique_ptr<const PamStack> stack,
                                      std::unique_ptr<const EnrolledFingers> fingers)
@@ -105,8 +113,7 @@ std::optional<std::string> PamAuthentication::unavailableReason() {
         return "no window can be shown";
     }
     if (const auto seconds = guard_.wait(AttemptGuard::Clock::now())) {
-        return "too many failed attempts; try again in " + std::to_string(seconds->count()) +
-               " s";
+        return "too many failed attempts; try again in " + std::to_string(seconds->count()) + " s";
     }
     return stack_->unavailableReason();
 }

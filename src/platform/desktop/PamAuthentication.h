@@ -1,13 +1,14 @@
 #pragma once
 
-#include "desktop/AttemptGuard.h"
-#include "desktop/EnrolledFingers.h"
-#include "desktop/PamStack.h"
 #include "ports/OwnerAuthentication.h"
 
 #include <memory>
 #include <string>
 #include <thread>
+
+#include "desktop/AttemptGuard.h"
+#include "desktop/EnrolledFingers.h"
+#include "desktop/PamStack.h"
 
 class QQmlEngine;
 

@@ -24,9 +24,8 @@ std::string shown(const char* text) {
 class Answers {
 public:
     explicit Answers(int count)
-        : count_(count),
-          answers_(static_cast<pam_response*>(
-              std::calloc(static_cast<std::size_t>(count), sizeof(pam_response)))) {}
+        : count_(count), answers_(static_cast<pam_response*>(
+                             std::calloc(static_cast<std::size_t>(count), sizeof(pam_response)))) {}
     ~Answers() {
         for (int i = 0; answers_ != nullptr && i < count_; ++i) {
             char* text = answers_[i].resp;
@@ -59,8 +58,7 @@ bool answerOne(const pam_message& message, int index, Answers& answers, PamConve
         return true;
     case PAM_PROMPT_ECHO_ON:
     case PAM_PROMPT_ECHO_OFF: {
-        const auto answer =
-            person.ask(shown(message.msg), message.msg_style == PAM_PROMPT_ECHO_ON);
+        const auto answer = person.ask(shown(message.msg), message.msg_style == PAM_PROMPT_ECHO_ON);
         return answer && answers.set(index, answer->view());
     }
     default:
@@ -98,10 +96,8 @@ int PamStack::start(const std::string& service, const std::string& user,
 }
 
 std::optional<std::string> PamStack::unavailableReason() const {
-    const pam_conv silent{[](int, const pam_message**, pam_response**, void*) {
-                              return PAM_CONV_ERR;
-                          },
-                          nullptr};
+    const pam_conv silent{
+        [](int, const pam_message**, pam_response**, void*) { return PAM_CONV_ERR; }, nullptr};
     pam_handle_t* handle = nullptr;
     const int code = start(service_, user_, silent, &handle);
     if (code != PAM_SUCCESS) {

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "desktop/SecretText.h"
-
 #include <optional>
 #include <string>
+
+#include "desktop/SecretText.h"
 
 struct pam_conv;
 struct pam_handle;

@@ -5,7 +5,6 @@
 #include <QQmlEngine>
 #include <QQuickWindow>
 #include <QVariant>
-
 #include <algorithm>
 #include <utility>
 
@@ -38,7 +37,8 @@ PresencePrompt::PresencePrompt(const std::string& reason, const std::string& acc
                                std::function<void(SecretText)> answered,
                                std::function<void()> dismissed)
     : reason_(QString::fromStdString(reason)), account_(QString::fromStdString(account)),
-      answered_(std::move(answered)), dismissed_(std::move(dismissed)) {}
+      answered_(std::move(answered)), dismissed_(std::move(dismissed)) {
+}
 
 PresencePrompt::~PresencePrompt() {
     // Closing the window from here is no act of the person.
@@ -46,7 +46,8 @@ PresencePrompt::~PresencePrompt() {
 }
 
 bool PresencePrompt::show(QQmlEngine& engine) {
-    QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/kelvo/presence/PresencePrompt.qml")));
+    QQmlComponent component(&engine,
+                            QUrl(QStringLiteral("qrc:/kelvo/presence/PresencePrompt.qml")));
     const QVariantMap properties = {{"prompt", QVariant::fromValue<QObject*>(this)}};
     std::unique_ptr<QObject> made(component.createWithInitialProperties(properties));
     auto* window = qobject_cast<QQuickWindow*>(made.get());

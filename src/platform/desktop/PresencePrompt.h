@@ -1,15 +1,14 @@
 #pragma once
 
-#include "desktop/SecretText.h"
-
 #include <QObject>
 #include <QPointer>
 #include <QString>
 #include <QStringList>
-
 #include <functional>
 #include <memory>
 #include <string>
+
+#include "desktop/SecretText.h"
 
 class QQmlEngine;
 class QQuickWindow;

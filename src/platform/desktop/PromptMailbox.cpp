@@ -1,7 +1,6 @@
 #include "desktop/PromptMailbox.h"
 
 #include <QObject>
-
 #include <utility>
 
 namespace kelvo {

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "desktop/PamStack.h"
-
 #include <condition_variable>
 #include <functional>
 #include <mutex>
 #include <optional>
 #include <string>
+
+#include "desktop/PamStack.h"
 
 class QObject;
 

@@ -1,7 +1,6 @@
 #include "desktop/QtEventLoop.h"
 
 #include <QCoreApplication>
-
 #include <utility>
 
 namespace kelvo {

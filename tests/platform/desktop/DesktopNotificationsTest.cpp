@@ -1,0 +1,121 @@
+#include "desktop/DesktopNotifications.h"
+
+#include <gmock/gmock.h>
+
+#include <QDBusConnectionInterface>
+#include <QFile>
+#include <QTest>
+
+#include "PrivateBus.h"
+
+namespace kelvo {
+namespace {
+
+struct Service {
+    const char* name;
+    const char* program;
+    QStringList arguments;
+    const char* escaped; ///< the body as the service is given it
+};
+
+void PrintTo(const Service& service, std::ostream* out) {
+    *out << service.name;
+}
+
+/// A notification service of its own kind on a bus of the test's own.
+class NotificationServiceTest : public testing::TestWithParam<Service> {
+protected:
+    void SetUp() override {
+        if (!QFile::exists(GetParam().program)) {
+            GTEST_SKIP() << "NOT TESTED: " << GetParam().program << " is not installed";
+        }
+        ASSERT_FALSE(bus_.address().isEmpty());
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("DBUS_SESSION_BUS_ADDRESS", bus_.address());
+        service_.setProcessEnvironment(environment);
+        service_.setProcessChannelMode(QProcess::MergedChannels);
+        service_.start(GetParam().program, GetParam().arguments);
+        ASSERT_TRUE(QTest::qWaitFor([this] { return registered(); }, 20'000))
+            << service_.readAll().toStdString();
+    }
+    void TearDown() override {
+        service_.terminate();
+        if (!service_.waitForFinished(5000)) service_.kill();
+        service_.waitForFinished();
+    }
+    bool registered() {
+        return (*connection_).interface()->isServiceRegistered("org.freedesktop.Notifications");
+    }
+
+    test::PrivateBus bus_;
+    test::BusConnection connection_{bus_.address(), "notifications"};
+    QProcess service_;
+};
+
+TEST_P(NotificationServiceTest, ShowsTheNotification) {
+    DesktopNotifications notifications("Kelvo", "org.kelvo.SOC2Engine", *connection_);
+    EXPECT_TRUE(notifications.hasApplicationIdentity());
+    bool lost = false;
+    notifications.post({"8F14E45F-CEEA-467F-A7C2-2B9B3A1C0D55", "⚠ Risk needs your review",
+                        "Press <b> & approve."},
+                       [&lost] { lost = true; });
+    QByteArray output;
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] {
+            output += service_.readAll();
+            return output.contains("approve.");
+        },
+        20'000))
+        << output.toStdString();
+    EXPECT_THAT(output.toStdString(), testing::HasSubstr("Risk needs your review"));
+    EXPECT_THAT(output.toStdString(), testing::HasSubstr(GetParam().escaped));
+    EXPECT_FALSE(lost);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Real, NotificationServiceTest,
+    testing::Values(Service{"mock",
+                            "/usr/bin/python3",
+                            {"-u", "-m", "dbusmock", "--template", "notification_daemon", "-p",
+                             "{\"capabilities\": \"body body-markup\"}"},
+                            "Press &lt;b&gt; &amp; approve."},
+                    Service{"plainTextMock",
+                            "/usr/bin/python3",
+                            {"-u", "-m", "dbusmock", "--template", "notification_daemon", "-p",
+                             "{\"capabilities\": \"body\"}"},
+                            "Press <b> & approve."},
+                    Service{"dunst",
+                            "/usr/bin/xvfb-run",
+                            {"-a", "stdbuf", "-o0", "dunst", "-conf", "/dev/null", "-print"},
+                            "Press &lt;b&gt; &amp; approve."}),
+    [](const auto& chosen) { return std::string(chosen.param.name); });
+
+TEST(DesktopNotifications, TellLaterThatNobodyTookThem) {
+    const test::PrivateBus bus;
+    test::BusConnection empty(bus.address(), "empty");
+    test::BusConnection none("unix:path=/nowhere", "none");
+    for (test::BusConnection* connection : {&empty, &none}) {
+        DesktopNotifications notifications("Kelvo", "org.kelvo.SOC2Engine", **connection);
+        int lost = 0;
+        notifications.post({"id", "title", "body"}, [&lost] { ++lost; });
+        EXPECT_EQ(lost, 0) << "told from inside the call";
+        EXPECT_TRUE(QTest::qWaitFor([&lost] { return lost > 0; }, 20'000));
+        QCoreApplication::processEvents();
+        EXPECT_EQ(lost, 1);
+    }
+}
+
+TEST(DesktopNotifications, AreNoApplicationWithoutADesktopFile) {
+    EXPECT_FALSE(DesktopNotifications("Kelvo", "", QDBusConnection("no such connection"))
+                     .hasApplicationIdentity());
+}
+
+TEST(DesktopNotifications, WriteConsoleLinesToStandardError) {
+    testing::internal::CaptureStderr();
+    DesktopNotifications("Kelvo", "", QDBusConnection("no such connection"))
+        .console("[notify] a %s — b");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "[notify] a %s — b\n");
+}
+
+} // namespace
+} // namespace kelvo
