@@ -134,7 +134,7 @@ bool collect(pid_t child, int handle, Deadline deadline) {
 
 } // namespace
 
-ChildProcess::ChildProcess(std::map<std::string, std::string> environment) {
+ChildProcess::ChildProcess(const Environment& environment) {
     for (const auto& [name, value] : environment)
         environment_.push_back(name + "=" + value);
 }

@@ -11,6 +11,7 @@
 namespace kelvo::device {
 
 using Deadline = std::chrono::steady_clock::time_point;
+using Environment = std::map<std::string, std::string>;
 
 /// Runs the machine's read-only tools. A double answers for them in tests.
 class Commands {
@@ -32,7 +33,7 @@ public:
     /// More output than any of these tools has, in bytes.
     static constexpr std::size_t maxOutput = std::size_t{4} << 20;
 
-    explicit ChildProcess(std::map<std::string, std::string> environment);
+    explicit ChildProcess(const Environment& environment);
     ~ChildProcess() override;
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;

@@ -78,8 +78,8 @@ DeviceProcesses::DeviceProcesses() : DeviceProcesses(ownSession()) {
 
 DeviceProcesses::DeviceProcesses(OwnSession own)
     : session_(std::move(own.session)),
-      ownCommands_(std::make_unique<ChildProcess>(std::move(own.environment))),
-      commands_(*ownCommands_), limit_(timeLimit) {
+      ownCommands_(std::make_unique<ChildProcess>(own.environment)), commands_(*ownCommands_),
+      limit_(timeLimit) {
 }
 
 DeviceProcesses::DeviceProcesses(Session session, Commands& commands,

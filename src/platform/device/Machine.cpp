@@ -67,7 +67,7 @@ fs::path Machine::at(const std::string& path) const {
 
 bool Machine::exists(const std::string& path) const {
     std::error_code ignored;
-    return fs::exists(at(path), ignored);
+    return fs::status(at(path), ignored).type() != fs::file_type::not_found;
 }
 
 std::optional<std::string> Machine::read(const std::string& path) const {

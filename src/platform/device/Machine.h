@@ -33,7 +33,7 @@ struct Session {
 /// comes from the system, never from a variable.
 struct OwnSession {
     Session session;
-    std::map<std::string, std::string> environment;
+    Environment environment;
 };
 OwnSession ownSession();
 
@@ -48,6 +48,7 @@ public:
 
     const Session& session() const { return session_; }
 
+    /// False only where it is certain that nothing is there: what may not be looked at may exist.
     bool exists(const std::string& path) const;
 
     /// The whole file, or none where it cannot be read.
