@@ -4,7 +4,7 @@
 #include <poll.h>
 #include <signal.h>
 #include <spawn.h>
-#include <sys/pidfd.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -36,6 +36,11 @@ public:
 private:
     int number_;
 };
+
+/// The header that declares this lacks C linkage in the C library of Debian 12.
+int openHandle(pid_t process) {
+    return static_cast<int>(::syscall(SYS_pidfd_open, process, 0));
+}
 
 int millisecondsUntil(Deadline deadline) {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
@@ -157,7 +162,7 @@ std::optional<std::string> ChildProcess::run(const std::string& path,
     const auto child = spawn(path, arguments, environment_, writing.number());
     writing.close();
     if (!child) return std::nullopt;
-    const Descriptor handle(::pidfd_open(*child, 0));
+    const Descriptor handle(openHandle(*child));
     std::optional<std::string> output;
     if (handle.number() >= 0) output = gather(reading.number(), handle.number(), deadline);
     reap(*child, handle.number());
