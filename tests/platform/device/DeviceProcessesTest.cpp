@@ -13,7 +13,6 @@ namespace kelvo::device {
 namespace {
 
 using test::RecordedMachine;
-using test::Tree;
 using ::testing::AnyOf;
 
 std::vector<std::string> values(const std::vector<OSFact>& facts) {
@@ -65,7 +64,7 @@ TEST(DeviceProcesses, ANeglectedLaptopReadsInsecureInAllFiveFacts) {
 }
 
 TEST(DeviceProcesses, AMachineThatShowsNothingReadsUnknown) {
-    RecordedMachine recorded(Tree{{"/sys/firmware/efi/", ""}});
+    RecordedMachine recorded({{"/sys/firmware/efi/", ""}, {"/sys/kernel/security/lockdown/", ""}});
     DeviceProcesses processes(recorded.session, recorded.commands);
     EXPECT_THAT(values(OSSnapshot::read(processes)), ::testing::Each("unknown"));
 }
