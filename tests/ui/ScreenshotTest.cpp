@@ -97,7 +97,7 @@ TEST_F(Screenshots, OfEvidenceAndADraft) {
     stage.engine().askAssistant("What should I do next?");
     stage.settle();
     stage.world.model.answer(R"({"answer":"Close CC6-access first. It has the largest weight )"
-                             R"(among the open criteria.","action":"closegap CC6-access"})");
+                             R"(among the open criteria.","action":"generate: CC6-access"})");
     picture("draft");
     scrollTo("draftSection");
     picture("draft-section");
