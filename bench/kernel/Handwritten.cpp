@@ -6,6 +6,11 @@
 
 namespace kelvo::handwritten {
 
+// Not in an unnamed namespace: what is written here must be written.
+std::array<double, 46> wholeEffort;
+std::array<double, 46> wholeFlow;
+std::array<double, 2> wholePower;
+
 namespace {
 
 [[gnu::always_inline]] inline double evaluateInline(Startup, const double* x, double drive,
@@ -77,6 +82,56 @@ template <class Run, class Evaluate>
     return evaluateInline(NineFamilies{}, x, drive, dx);
 }
 
+[[gnu::noinline]] double StartupWhole::evaluate(const double* x, double drive, double* dx) {
+    double* e = wholeEffort.data();
+    double* f = wholeFlow.data();
+    f[2] = x[0] / 0.5;
+    f[0] = f[1] = f[3] = f[2];
+    e[0] = drive;
+    e[1] = 2.0 * f[1];
+    e[3] = x[1] / 1.0;
+    e[2] = e[0] - e[1] - e[3];
+    dx[0] = e[2];
+    dx[1] = f[3];
+    wholePower[0] = f[0] * e[0];
+    wholePower[1] = e[2] * f[2] + e[3] * f[3];
+    return f[1] * 2.0 * f[1];
+}
+
+template <std::size_t i>
+[[gnu::always_inline]] inline void wholeFamily(const double* x, double* dx, double* e, double* f) {
+    constexpr double controls = support::families[i].controls;
+    constexpr double gap = support::families[i].gap;
+    constexpr std::size_t k = 1 + 5 * i;
+    e[k] = e[0];
+    e[k + 1] = e[k] / controls;
+    f[k + 3] = x[2 * i] / 1.0;
+    f[k + 1] = f[k + 2] = f[k + 4] = f[k + 3];
+    f[k] = f[k + 1] / controls;
+    e[k + 2] = gap * f[k + 2];
+    e[k + 4] = x[2 * i + 1] / controls;
+    e[k + 3] = e[k + 1] - e[k + 2] - e[k + 4];
+    dx[2 * i] = e[k + 3];
+    dx[2 * i + 1] = f[k + 4];
+}
+
+template <std::size_t... i>
+[[gnu::always_inline]] inline double wholeFamilies(const double* x, double drive, double* dx,
+                                                   std::index_sequence<i...>) {
+    double* e = wholeEffort.data();
+    double* f = wholeFlow.data();
+    e[0] = drive;
+    (wholeFamily<i>(x, dx, e, f), ...);
+    f[0] = (0.0 + ... + f[1 + 5 * i]);
+    wholePower[0] = f[0] * e[0];
+    wholePower[1] = (0.0 + ... + (e[4 + 5 * i] * f[4 + 5 * i] + e[5 + 5 * i] * f[5 + 5 * i]));
+    return (0.0 + ... + (f[3 + 5 * i] * support::families[i].gap * f[3 + 5 * i]));
+}
+
+[[gnu::noinline]] double NineFamiliesWhole::evaluate(const double* x, double drive, double* dx) {
+    return wholeFamilies(x, drive, dx, std::make_index_sequence<9>());
+}
+
 template <class Graph>
 void Integrator<Graph>::step(double h) {
     rungeKutta(*this, h, [](const double* x, double source, double* dx) {
@@ -95,6 +150,8 @@ void InlinedIntegrator<Graph>::step(double h) {
 
 template struct Integrator<Startup>;
 template struct Integrator<NineFamilies>;
+template struct Integrator<StartupWhole>;
+template struct Integrator<NineFamiliesWhole>;
 template struct InlinedIntegrator<Startup>;
 template struct InlinedIntegrator<NineFamilies>;
 

@@ -7,7 +7,7 @@
 /// constants, the source read from memory at each evaluation. The baseline of the step's time.
 namespace kelvo::handwritten {
 
-/// The start-up graph; the state is (momentum of I, charge of C).
+/// What a step needs of the start-up graph; the state is (momentum of I, charge of C).
 struct Startup {
     static constexpr std::size_t size = 2;
     /// Writes the derivative of `x` under the effort `drive` and returns the dissipation. Never
@@ -15,8 +15,20 @@ struct Startup {
     static double evaluate(const double* x, double drive, double* dx);
 };
 
-/// The nine families composed; the state is (momentum, charge) of each family in turn.
+/// What a step needs of the nine families composed; the state is (momentum, charge) of each family
+/// in turn.
 struct NineFamilies {
+    static constexpr std::size_t size = 18;
+    static double evaluate(const double* x, double drive, double* dx);
+};
+
+/// The same graphs with the evaluation carried out in full, as `StateSpace::derivatives` reports
+/// it: the effort and flow of every bond and the three power totals, written to memory.
+struct StartupWhole {
+    static constexpr std::size_t size = 2;
+    static double evaluate(const double* x, double drive, double* dx);
+};
+struct NineFamiliesWhole {
     static constexpr std::size_t size = 18;
     static double evaluate(const double* x, double drive, double* dx);
 };
@@ -46,6 +58,8 @@ struct InlinedIntegrator {
 
 extern template struct Integrator<Startup>;
 extern template struct Integrator<NineFamilies>;
+extern template struct Integrator<StartupWhole>;
+extern template struct Integrator<NineFamiliesWhole>;
 extern template struct InlinedIntegrator<Startup>;
 extern template struct InlinedIntegrator<NineFamilies>;
 

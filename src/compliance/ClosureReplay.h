@@ -21,7 +21,7 @@ inline constexpr std::size_t largestRecordFile = std::size_t{4} << 20;
 /// A record file is a regular file directly inside, whose name ends in ".totem.json". It closes its
 /// "criterion" when its "sourceDb" is "control", its "gate_after" is the number 1 and its
 /// "evidence_root" is a string that is not empty. Whatever else bears such a name (a folder, a
-/// FIFO, a dangling link, a file that is malformed, of a wrong type, nested deeper than
+/// FIFO, a dangling link, a file that is malformed, of a wrong type, nested far deeper than
 /// `jsonDepthLimit` or larger than `largestRecordFile`) is passed over in silence, and so is a
 /// directory that cannot be listed. Reading stops once every criterion is closed. Linear in the
 /// number of files; memory is bounded by one record.

@@ -14,6 +14,7 @@
 
 namespace kelvo {
 
+using kernel_detail::Index;
 using kernel_detail::Program;
 
 namespace {
@@ -36,11 +37,10 @@ bool sameBits(double a, double b) {
 }
 
 bool sameBits(const double* a, const double* b, std::size_t count) {
-    std::uint64_t difference = 0;
     for (std::size_t i = 0; i < count; ++i) {
-        difference |= std::bit_cast<std::uint64_t>(a[i]) ^ std::bit_cast<std::uint64_t>(b[i]);
+        if (!sameBits(a[i], b[i])) return false;
     }
-    return difference == 0;
+    return true;
 }
 
 } // namespace
@@ -49,9 +49,9 @@ Integrator::Integrator(StateSpace space, SourceFunction sources)
     : space_(std::move(space)), sources_(std::move(sources)) {
     const Program& program = space_.model_->program;
     values_.resize(program.sourceCount);
-    state_.resize(program.variableAt.size());
+    state_.resize(program.stateSlot.size());
     held_ = state_;
-    stride_ = program.stepSlots;
+    stride_ = program.stepSlots + program.stepSlots % 2;
     slots_.resize(5 * stride_);
     for (std::size_t i = 0; i < 5; ++i)
         program.hoisted.play(slots(i));
@@ -62,18 +62,20 @@ Integrator::Integrator(StateSpace space, SourceMapFunction sources)
 }
 
 /// Asks for the sources at `t`. True when they differ from those that `slots` holds.
-bool Integrator::readSources(double* slots, double t) {
+inline bool Integrator::readSources(double* slots, double t) {
+    const std::size_t count = values_.size();
+    double* values = values_.data();
     double* held = slots + Program::firstSource;
-    if (values_.size() == 1) {
-        values_[0] = 0.0;
-        if (sources_) sources_(t, values_);
-        if (sameBits(held[0], values_[0])) return false;
-        held[0] = values_[0];
+    if (count == 1) {
+        *values = 0.0;
+        if (sources_) sources_(t, {values, 1});
+        if (sameBits(*held, *values)) return false;
+        *held = *values;
     } else {
-        std::ranges::fill(values_, 0.0);
-        if (sources_) sources_(t, values_);
-        if (sameBits(held, values_.data(), values_.size())) return false;
-        std::ranges::copy(values_, held);
+        std::fill_n(values, count, 0.0);
+        if (sources_) sources_(t, {values, count});
+        if (sameBits(held, values, count)) return false;
+        std::copy_n(values, count, held);
     }
     space_.model_->program.hoisted.play(slots);
     return true;
@@ -81,13 +83,12 @@ bool Integrator::readSources(double* slots, double t) {
 
 /// Takes over the state vector. True when it differs from the state that was held.
 bool Integrator::readState(double* slots) {
+    const Program& program = space_.model_->program;
     const std::size_t n = held_.size();
     if (state_.size() >= n && sameBits(state_.data(), held_.data(), n)) return false;
-    const Program& program = space_.model_->program;
-    for (std::size_t k = 0; k < n; ++k)
+    for (std::size_t k = 0; k < n; ++k) {
         held_[k] = k < state_.size() ? state_[k] : 0.0;
-    for (std::size_t i = 0; i < n; ++i) {
-        slots[program.firstState + i] = held_[program.variableAt[i]];
+        slots[program.stateSlot[k]] = held_[k];
     }
     return true;
 }
@@ -108,20 +109,22 @@ void Integrator::evaluate(double t) {
 /// States that the state vector has no entry for are 0 at every stage.
 void Integrator::clearMissing(double* slots) const {
     const Program& program = space_.model_->program;
-    for (std::size_t i = 0; i < held_.size(); ++i) {
-        if (program.variableAt[i] >= state_.size()) slots[program.firstState + i] = 0.0;
-    }
+    for (std::size_t k = state_.size(); k < held_.size(); ++k)
+        slots[program.stateSlot[k]] = 0.0;
 }
 
 /// The state vector becomes the state that `slots` holds.
 void Integrator::commit(const double* slots) {
     const Program& program = space_.model_->program;
-    const double* result = slots + program.firstState;
-    const std::size_t n = held_.size();
-    const std::size_t entries = std::min(n, state_.size());
-    for (std::size_t i = 0; i < n; ++i)
-        held_[program.variableAt[i]] = result[i];
-    std::copy_n(held_.begin(), entries, state_.begin());
+    const Index* slotOf = program.stateSlot.data();
+    const std::size_t n = std::min(held_.size(), state_.size());
+    double* held = held_.data();
+    double* state = state_.data();
+    for (std::size_t k = 0; k < n; ++k) {
+        const double x = slots[slotOf[k]];
+        held[k] = x;
+        state[k] = x;
+    }
 }
 
 void Integrator::step(double dt) {

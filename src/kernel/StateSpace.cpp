@@ -100,20 +100,18 @@ Eval StateSpace::derivatives(std::span<const double> state, const Sources& sourc
     for (const auto& [id, value] : sources) {
         if (const auto slot = sourceSlot(id)) slots[Program::firstSource + *slot] = value;
     }
-    for (std::size_t i = 0; i < program.variableAt.size(); ++i) {
-        const std::size_t k = program.variableAt[i];
-        if (k < state.size()) slots[program.firstState + i] = state[k];
-    }
+    const std::size_t given = std::min(state.size(), program.stateSlot.size());
+    for (std::size_t k = 0; k < given; ++k)
+        slots[program.stateSlot[k]] = state[k];
     program.hoisted.play(slots.data());
     program.derivative.play(slots.data());
     program.rate.play(slots.data());
     program.rest.play(slots.data());
 
     Eval eval;
-    const auto dx = program.dx.slots();
-    eval.dx.resize(dx.size());
-    for (std::size_t i = 0; i < dx.size(); ++i) {
-        eval.dx[program.variableAt[i]] = dx[i].read(slots.data());
+    eval.dx.reserve(program.stateSlot.size());
+    for (const Index slot : program.stateSlot) {
+        eval.dx.push_back(program.dx.slots()[slot - program.firstState].read(slots.data()));
     }
     eval.effort.reserve(program.effort.size());
     eval.flow.reserve(program.flow.size());

@@ -28,18 +28,20 @@ void single(double* slots, const Run& run, const double*, const Index*) {
     slots[run.dst] = compute<code>(slots[run.a], slots[run.x], run.c, slots[run.y], run.d);
 }
 
+// The slots that a run writes are never among those that it reads.
+template <Code code>
+void computeEach(std::size_t count, double* __restrict dst, const double* __restrict a,
+                 const double* __restrict x, const double* __restrict c, const double* __restrict y,
+                 const double* __restrict d) {
+    for (std::size_t i = 0; i < count; ++i)
+        dst[i] = compute<code>(a[i], x[i], c[i], y[i], d[i]);
+}
+
 template <Code code>
 void dense(double* slots, const Run& run, const double* constants, const Index*) {
-    // The slots that a run writes are never among those that it reads.
-    double* __restrict dst = slots + run.dst;
-    const double* a = slots + run.a;
-    const double* x = slots + run.x;
-    const double* y = slots + run.y;
     const double* c = constants + run.firstConstant;
-    const double* d = c + run.count;
-    const Index count = run.count;
-    for (Index i = 0; i < count; ++i)
-        dst[i] = compute<code>(a[i], x[i], c[i], y[i], d[i]);
+    computeEach<code>(run.count, slots + run.dst, slots + run.a, slots + run.x, c, slots + run.y,
+                      c + run.count);
 }
 
 template <Code code>
@@ -88,8 +90,8 @@ double signedAs(double value) {
 }
 
 template <bool negated>
-void advanceSideBySide(std::size_t count, const double* x, const double* k, double h,
-                       double* __restrict to) {
+void advanceSideBySide(std::size_t count, const double* __restrict x, const double* __restrict k,
+                       double h, double* __restrict to) {
     for (std::size_t i = 0; i < count; ++i)
         to[i] = x[i] + h * signedAs<negated>(k[i]);
 }
@@ -99,8 +101,9 @@ double weighted(double k1, double k2, double k3, double k4) {
 }
 
 template <bool negated>
-void finishSideBySide(std::size_t count, const double* x, const double* k1, const double* k2,
-                      const double* k3, const double* k4, double sixth, double* __restrict to) {
+void finishSideBySide(std::size_t count, const double* __restrict x, const double* __restrict k1,
+                      const double* __restrict k2, const double* __restrict k3,
+                      const double* __restrict k4, double sixth, double* __restrict to) {
     for (std::size_t i = 0; i < count; ++i) {
         to[i] = x[i] + sixth * weighted(signedAs<negated>(k1[i]), signedAs<negated>(k2[i]),
                                         signedAs<negated>(k3[i]), signedAs<negated>(k4[i]));
@@ -117,43 +120,57 @@ Derivatives::Derivatives(std::vector<SignedSlot> slots) : slots_(std::move(slots
                slots_[end].sign == slots_[begin].sign) {
             ++end;
         }
-        const bool sideBySide = end - begin >= worthALoop;
-        if (!sideBySide && !stretches_.empty() && !stretches_.back().sideBySide) {
+        Order order = slots_[begin].sign > 0 ? Order::positive : Order::any;
+        if (end - begin >= worthALoop) order = Order::sideBySide;
+        if (order != Order::sideBySide && !stretches_.empty() && stretches_.back().order == order) {
             stretches_.back().end = end;
         } else {
-            stretches_.push_back({begin, end, sideBySide});
+            stretches_.push_back({begin, end, order});
         }
         begin = end;
     }
 }
 
 void Derivatives::advance(const double* x, const double* from, double h, double* to) const {
-    for (const auto& [begin, end, sideBySide] : stretches_) {
-        if (sideBySide) {
-            const SignedSlot& first = slots_[begin];
-            const auto loop = first.sign < 0 ? advanceSideBySide<true> : advanceSideBySide<false>;
-            loop(end - begin, x + begin, from + first.slot, h, to + begin);
-            continue;
+    const SignedSlot* k = slots_.data();
+    for (const auto& [begin, end, order] : stretches_) {
+        if (order == Order::sideBySide) {
+            const double* first = from + k[begin].slot;
+            if (k[begin].sign < 0) {
+                advanceSideBySide<true>(end - begin, x + begin, first, h, to + begin);
+            } else {
+                advanceSideBySide<false>(end - begin, x + begin, first, h, to + begin);
+            }
+        } else if (order == Order::positive) {
+            for (std::size_t i = begin; i < end; ++i)
+                to[i] = x[i] + h * from[k[i].slot];
+        } else {
+            for (std::size_t i = begin; i < end; ++i)
+                to[i] = x[i] + h * k[i].read(from);
         }
-        for (std::size_t i = begin; i < end; ++i)
-            to[i] = x[i] + h * slots_[i].read(from);
     }
 }
 
 void Derivatives::finish(const double* x, const std::array<const double*, 4>& stages, double sixth,
                          double* to) const {
     const auto [s1, s2, s3, s4] = stages;
-    for (const auto& [begin, end, sideBySide] : stretches_) {
-        if (sideBySide) {
-            const auto [slot, sign] = slots_[begin];
+    const SignedSlot* k = slots_.data();
+    for (const auto& [begin, end, order] : stretches_) {
+        if (order == Order::sideBySide) {
+            const auto [slot, sign] = k[begin];
             const auto loop = sign < 0 ? finishSideBySide<true> : finishSideBySide<false>;
             loop(end - begin, x + begin, s1 + slot, s2 + slot, s3 + slot, s4 + slot, sixth,
                  to + begin);
-            continue;
-        }
-        for (std::size_t i = begin; i < end; ++i) {
-            const SignedSlot& k = slots_[i];
-            to[i] = x[i] + sixth * weighted(k.read(s1), k.read(s2), k.read(s3), k.read(s4));
+        } else if (order == Order::positive) {
+            for (std::size_t i = begin; i < end; ++i) {
+                const Index slot = k[i].slot;
+                to[i] = x[i] + sixth * weighted(s1[slot], s2[slot], s3[slot], s4[slot]);
+            }
+        } else {
+            for (std::size_t i = begin; i < end; ++i) {
+                to[i] = x[i] + sixth * weighted(k[i].read(s1), k[i].read(s2), k[i].read(s3),
+                                                k[i].read(s4));
+            }
         }
     }
 }

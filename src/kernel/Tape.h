@@ -84,12 +84,16 @@ public:
                 double* to) const;
 
 private:
-    /// Neighbouring states. Where their derivatives lie side by side too and have one sign, they
-    /// are read in a plain loop.
+    /// Neighbouring states, and what may be taken for granted of their derivatives.
+    enum class Order {
+        sideBySide, ///< in neighbouring slots too, of one sign
+        positive,   ///< anywhere, all of sign +1
+        any,
+    };
     struct Stretch {
         Index begin = 0;
         Index end = 0;
-        bool sideBySide = false;
+        Order order = Order::any;
     };
 
     std::vector<SignedSlot> slots_;
@@ -98,9 +102,11 @@ private:
 
 /// The evaluation of a model as four tapes over one array of slots, laid out as
 ///
-///     0.0 | sources | values of sources only | states | values for dx | … for losses | … the rest
+///     0.0 | sources | values of sources only | values for dx | states | … for losses | … the rest
 ///
-/// The states have an order of their own, so that runs read them side by side.
+/// The states have an order of their own, so that runs read them side by side. They follow the
+/// values for dx because dp/dt of an inertance is often the last value computed and dq/dt of the
+/// capacitor beside it the flow p/I, often p itself: then all of dx lies side by side.
 struct Program {
     Tape hoisted;    ///< needed after a change of a source: what depends on no state
     Tape derivative; ///< after `hoisted`: what dx needs
@@ -118,7 +124,7 @@ struct Program {
         double resistance = 1;
     };
 
-    std::vector<Index> variableAt; ///< the state variable held in state slot i
+    std::vector<Index> stateSlot; ///< by state variable
     Derivatives dx;
     std::vector<Loss> losses; ///< the resistors, in node order
     std::vector<SignedSlot> effort;

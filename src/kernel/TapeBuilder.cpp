@@ -232,12 +232,13 @@ private:
 
         slotOf_[zeroCell] = nextSlot_++;
         program_.sourceCount = outputs_.sourceCount;
+        program_.stateSlot.resize(stateCount());
         for (Index s = 0; s < outputs_.sourceCount; ++s)
             slotOf_[sourceCell(s)] = nextSlot_++;
         placeResults(hoisted_);
-        program_.firstState = nextSlot_;
-        placeStates();
         placeResults(derivative_);
+        placeStates();
+        pastStates_ = nextSlot_;
         placeResults(rate_);
         program_.stepSlots = nextSlot_;
         placeResults(rest_);
@@ -271,20 +272,39 @@ private:
         return end;
     }
 
+    /// Runs of some length start at an even slot and are followed by one, so that the pairs in
+    /// which a processor stores them are the pairs in which it loads them: a load across two fresh
+    /// stores waits for both.
+    static constexpr std::size_t worthAligning = 4;
+
+    void align() {
+        if (nextSlot_ % 2 == 0) return;
+        isGap_.resize(nextSlot_ + 1, false);
+        isGap_[nextSlot_++] = true;
+    }
+
     void placeResults(const Instructions& list) {
-        for (const Instruction& each : list)
-            slotOf_[each.dst] = nextSlot_++;
+        for (std::size_t begin = 0; begin < list.size();) {
+            const std::size_t end = runEnd(list, begin);
+            const bool aligned = end - begin >= worthAligning;
+            if (aligned) align();
+            for (; begin < end; ++begin)
+                slotOf_[list[begin].dst] = nextSlot_++;
+            if (aligned) align();
+        }
     }
 
     /// States lie side by side in the order in which runs read them.
     void placeStates() {
+        align();
+        program_.firstState = nextSlot_;
         for (const Instructions* list : {&derivative_, &rate_}) {
             for (std::size_t begin = 0; begin < list->size(); begin = runEnd(*list, begin)) {
-                const std::size_t end = runEnd(*list, begin);
+                const auto run = std::span(*list).subspan(begin, runEnd(*list, begin) - begin);
                 for (std::size_t position = 0; position < 3; ++position) {
-                    for (std::size_t i = begin; i < end; ++i) {
-                        placeState((*list)[i].operand[position]);
-                    }
+                    if (run.size() >= worthAligning) align();
+                    for (const Instruction& each : run)
+                        placeState(each.operand[position]);
                 }
             }
         }
@@ -294,9 +314,27 @@ private:
 
     void placeState(Index cell) {
         if (!isStateCell(cell) || slotOf_[cell] != none) return;
-        slotOf_[cell] = nextSlot_++;
-        program_.variableAt.push_back(cell - stateCell(0));
+        slotOf_[cell] = nextSlot_;
+        program_.stateSlot[cell - stateCell(0)] = nextSlot_++;
     }
+
+    /// The derivatives by state slot. A gap among the states is stepped like a state, with a
+    /// derivative that is always 0.0: where possible the gap that keeps the others side by side.
+    std::vector<SignedSlot> placedDerivatives() const {
+        std::vector<SignedSlot> dx(pastStates_ - program_.firstState);
+        for (Index k = 0; k < stateCount(); ++k) {
+            dx[program_.stateSlot[k] - program_.firstState] = slotOf(outputs_.dx[k]);
+        }
+        for (std::size_t i = 1; i < dx.size(); ++i) {
+            const SignedSlot before = dx[i - 1];
+            if (isGap(program_.firstState + static_cast<Index>(i)) && isGap(before.slot + 1)) {
+                dx[i] = {before.slot + 1, before.sign};
+            }
+        }
+        return dx;
+    }
+
+    bool isGap(Index slot) const { return slot < isGap_.size() && isGap_[slot]; }
 
     Tape assemble(Instructions& list) const {
         Tape tape;
@@ -359,10 +397,7 @@ private:
     }
 
     void bindOutputs() {
-        std::vector<SignedSlot> dx;
-        for (const Index k : program_.variableAt)
-            dx.push_back(slotOf(outputs_.dx[k]));
-        program_.dx = Derivatives(std::move(dx));
+        program_.dx = Derivatives(placedDerivatives());
         for (const Outputs::Loss& loss : outputs_.losses) {
             program_.losses.push_back({slotOf(loss.flow).slot, loss.resistance});
         }
@@ -384,7 +419,9 @@ private:
     Instructions rest_;
     std::vector<Index> levelOf_; ///< by cell, within the list at hand
     std::vector<Index> slotOf_;  ///< by cell
+    std::vector<bool> isGap_;    ///< by slot
     Index nextSlot_ = 0;
+    Index pastStates_ = 0;
     Program program_;
 };
 

@@ -114,7 +114,7 @@ EngineView::EngineView(EngineVM& engine, QObject* parent)
 
     const auto showMesh = [this] {
         criteria_.show(*engine_.mesh ? (*engine_.mesh)->nodes : std::vector<SOC2Mesh::Node>{});
-        emit meshChanged();
+        Q_EMIT meshChanged();
         showRoleWork();
     };
     subscriptions_.push_back(engine.mesh.observe({}, showMesh));
@@ -145,7 +145,7 @@ void EngineView::showRoleWork() {
         tasks.push_back({std::move(control), closed});
     }
     roleControls_.show(std::move(tasks));
-    emit roleWorkChanged();
+    Q_EMIT roleWorkChanged();
 }
 
 void EngineView::later(std::function<void()> operation) {

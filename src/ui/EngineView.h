@@ -160,7 +160,7 @@ public:
     Q_INVOKABLE void askAssistant(const QString& question);
     Q_INVOKABLE void runProposed();
 
-signals:
+Q_SIGNALS:
     void equationsChanged();
     void stateLineChanged();
     void runningChanged();

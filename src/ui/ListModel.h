@@ -82,7 +82,7 @@ public:
         } else {
             rows_ = std::move(rows);
         }
-        if (changed > 0) emit dataChanged(index(at(found.kept)), index(at(first) - 1));
+        if (changed > 0) Q_EMIT dataChanged(index(at(found.kept)), index(at(first) - 1));
     }
 
     int rowCount(const QModelIndex& parent = {}) const override {

@@ -16,7 +16,7 @@ RingItem::RingItem(QQuickItem* parent) : QQuickPaintedItem(parent) {
 void RingItem::setValue(double value) {
     if (value == value_) return;
     value_ = value;
-    emit changed();
+    Q_EMIT changed();
 }
 
 void RingItem::paint(QPainter* painter) {

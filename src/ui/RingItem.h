@@ -23,7 +23,7 @@ public:
     void setValue(double value);
     void paint(QPainter* painter) override;
 
-signals:
+Q_SIGNALS:
     void changed();
 
 private:

@@ -18,14 +18,14 @@ void SymbolItem::setName(const QString& name) {
     if (!name.isEmpty() && !Symbols::contains(name)) {
         qmlWarning(this) << "no drawing for the symbol " << name;
     }
-    emit nameChanged();
+    Q_EMIT nameChanged();
     update();
 }
 
 void SymbolItem::setColor(const QColor& color) {
     if (color == color_) return;
     color_ = color;
-    emit colorChanged();
+    Q_EMIT colorChanged();
     update();
 }
 

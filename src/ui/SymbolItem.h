@@ -27,7 +27,7 @@ public:
 
     void paint(QPainter* painter) override;
 
-signals:
+Q_SIGNALS:
     void nameChanged();
     void colorChanged();
 

@@ -90,7 +90,7 @@ TEST(ClosureReader, TakesOnlyACompleteClosureAndTheLastOfRepeatedKeys) {
         {" ", {}},
         {"7", {}},
         {nested(jsonDepthLimit - 1), "A"},
-        {nested(jsonDepthLimit), {}},
+        {nested(jsonDepthLimit + 2), {}},
         {nested(100'000), {}},
     };
     ClosureReader reader;

@@ -170,7 +170,7 @@ TEST(SOC2Mesh, AFileWithAFaultIsRefusedWholeAndTheMemberNamed) {
              {"id":"b","g":1,"w":1,"evidence":""}])",
          "the weights w add up to more than 64 bits hold"},
         {R"([{"id":"a","g":1e308,"w":1000,"evidence":""}])", "too large to add up"},
-        {R"([{"id":"a","g":1e999,"w":1,"evidence":""}])", "out of range"},
+        {R"([{"id":"a","g":1e999,"w":1,"evidence":""}])", "number overflow"},
         {R"([{"id":"a","g":NaN,"w":1,"evidence":""}])", "mesh.json: "},
     };
     for (const auto& row : table)

@@ -13,15 +13,17 @@ constexpr std::array topics = {
                  "harassment, ethical behaviour, ethical behavior, gifts",
                  "conduct, ethics, integrity, honesty, respect, values, dismissal"},
     ControlTopic{
-        "governance and roles", "CC1",
-        "governance board org organization organisation hr people structure oversight roles "
-        "environment",
+        "governance", "CC1",
+        "governance board org organization organisation structure oversight management environment",
         "board of directors, advisory board, org chart, organisation chart, organization chart, "
-        "organisational structure, organizational structure, job description, role description, "
-        "reporting line, background check, performance review, performance appraisal, management "
-        "oversight, board minutes, audit committee",
-        "board, director, reports to, hiring, competence, authority, accountability, oversight, "
-        "interview, recruitment"},
+        "organisational structure, organizational structure, reporting line, management oversight, "
+        "board minutes, audit committee, management review, code of conduct",
+        "board, director, reports to, authority, accountability, oversight"},
+    ControlTopic{
+        "people and roles", "CC1", "people hr hiring staff personnel competence roles talent",
+        "job description, role description, background check, performance review, performance "
+        "appraisal, competence, screening, reference check, employment contract, training plan",
+        "hiring, interview, recruitment, candidate, onboarding, skills, employee"},
     ControlTopic{
         "communication of responsibilities", "CC2",
         "communication communications comms information awareness training acknowledgment",

@@ -1,6 +1,7 @@
 #include "LabelledSet.h"
 
 #include "base/Json.h"
+#include "compliance/SOC2Templates.h"
 
 #include <fstream>
 #include <iterator>
@@ -38,14 +39,17 @@ std::vector<LabelledDocument> labelledDocuments(const std::string& part) {
 }
 
 GroundTexts labelledGround() {
+    return groundOf(contents("mesh.json"));
+}
+
+GroundTexts groundOf(const std::string& meshFile) {
     GroundTexts ground;
-    const Json mesh = Json::parse(contents("mesh.json"));
+    const Json mesh = Json::parse(meshFile);
     for (const Json& node : mesh.at("nodes"))
         ground.criteria.push_back({node.at("id"), node.at("evidence")});
-    const Json families = Json::parse(contents("families.json"));
-    for (const Json& family : families) {
-        ground.families.push_back({family.at("id"), family.at("title"), family.at("criterion"),
-                                   family.at("policy"), family.at("evidence")});
+    for (const SOC2Template& family : SOC2Templates::all()) {
+        ground.families.push_back(
+            {family.id, family.title, family.criterionText, family.policy, family.evidence});
     }
     return ground;
 }

@@ -20,4 +20,7 @@ std::vector<LabelledDocument> labelledDocuments(const std::string& part);
 /// The thirteen criteria and nine families that the labels speak of.
 GroundTexts labelledGround();
 
+/// The ground texts of a readiness mesh file's bytes, with the nine families.
+GroundTexts groundOf(const std::string& meshFile);
+
 } // namespace kelvo::test

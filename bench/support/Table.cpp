@@ -1,6 +1,7 @@
 #include "Table.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdio>
 
@@ -15,12 +16,28 @@ void Collector::ReportRuns(const std::vector<Run>& runs) {
     }
 }
 
-double Collector::median(const std::string& name) const {
+double Collector::fastest(const std::string& name) const {
     const auto found = times_.find(name);
     if (found == times_.end()) return 0;
-    std::vector<double> times = found->second;
-    std::ranges::sort(times);
-    return times[times.size() / 2];
+    return *std::ranges::min_element(found->second);
+}
+
+int measure(int argc, char** argv, void (*add)(), void (*print)(const Collector&)) {
+    std::array<std::string, 3> defaults{"--benchmark_repetitions=25", "--benchmark_min_time=0.01",
+                                        "--benchmark_enable_random_interleaving=true"};
+    std::vector<char*> arguments(argv, argv + argc);
+    for (std::string& option : defaults) {
+        arguments.insert(arguments.begin() + 1, option.data());
+    }
+    int count = static_cast<int>(arguments.size());
+    benchmark::Initialize(&count, arguments.data());
+    if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) return 2;
+    add();
+    Collector results;
+    benchmark::RunSpecifiedBenchmarks(&results);
+    print(results);
+    benchmark::Shutdown();
+    return 0;
 }
 
 double growthExponent(const std::vector<double>& sizes, const std::vector<double>& times) {

@@ -1,0 +1,51 @@
+import QtQuick
+import QtQuick.Layouts
+import Kelvo
+
+// Chooses a role and proves the person's identity.
+Card {
+    id: section
+
+    required property EngineView engine
+    // The role chosen in the picker; empty where there is none to choose.
+    property string chosen: ""
+    readonly property string firstRole: engine.availableRoles.length > 0 ? engine.availableRoles[0] : ""
+
+    heading: "Get started"
+
+    Component.onCompleted: if (chosen === "")
+        chosen = firstRole
+
+    Note {
+        text: "Pick your role, then confirm it's you. You'll only see the security tasks that are yours."
+    }
+    GridLayout {
+        Layout.fillWidth: true
+        columnSpacing: Theme.m
+        columns: section.width < Theme.length(520) ? 1 : 3
+        rowSpacing: Theme.s
+
+        Words {
+            Layout.fillWidth: false
+            text: "Your role"
+        }
+        Picker {
+            Accessible.name: "Your role"
+            Layout.fillWidth: true
+            Layout.maximumWidth: Theme.length(280)
+            currentIndex: section.engine.availableRoles.indexOf(section.chosen)
+            displayText: currentIndex < 0 ? "No roles are defined" : currentText
+            enabled: section.engine.availableRoles.length > 0
+            model: section.engine.availableRoles
+
+            onActivated: index => section.chosen = section.engine.availableRoles[index]
+        }
+        ActionButton {
+            symbol: "person.badge.shield.checkmark"
+            text: "Verify identity as " + (section.chosen || section.firstRole || "user")
+            weight: ActionButton.Tinted
+
+            onClicked: section.engine.verifyKYC(section.chosen || section.firstRole || "Owner")
+        }
+    }
+}

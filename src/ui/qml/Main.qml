@@ -1,0 +1,71 @@
+import QtQuick
+import QtQuick.Controls
+import Kelvo
+
+// The window: the model at the left, the person's workspace at the right.
+ApplicationWindow {
+    id: window
+
+    required property EngineView engine
+    // The desktop prefers dark surfaces.
+    property bool dark: false
+
+    color: Theme.window
+    font.pixelSize: Theme.body
+    height: 900
+    minimumHeight: 560
+    minimumWidth: 860
+    title: "Kelvo SOC2 Engine"
+    width: 1440
+
+    Binding {
+        property: "dark"
+        target: Theme
+        value: window.dark
+    }
+    FocusScope {
+        anchors.fill: parent
+        focus: true
+
+        // A control or a field that has the focus takes the space for itself; only what nobody
+        // wanted arrives here.
+        Keys.onSpacePressed: event => {
+            if (event.modifiers !== Qt.NoModifier || event.isAutoRepeat) {
+                event.accepted = false;
+                return;
+            }
+            left.toggle();
+        }
+
+        SplitView {
+            anchors.fill: parent
+            orientation: Qt.Horizontal
+
+            handle: Rectangle {
+                id: handle
+
+                color: SplitHandle.hovered || SplitHandle.pressed ? Theme.accent : Theme.line
+                implicitWidth: Theme.hairline
+
+                containmentMask: Item {
+                    height: handle.height
+                    width: Theme.s
+                    x: -Theme.s / 2
+                }
+            }
+
+            LeftPane {
+                id: left
+
+                SplitView.maximumWidth: window.width * 0.5
+                SplitView.minimumWidth: Math.min(Theme.length(280), window.width * 0.45)
+                SplitView.preferredWidth: Math.max(Theme.length(300), window.width * 0.34)
+                engine: window.engine
+            }
+            RightPane {
+                SplitView.fillWidth: true
+                engine: window.engine
+            }
+        }
+    }
+}

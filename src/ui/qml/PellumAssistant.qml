@@ -1,0 +1,127 @@
+import QtQuick
+import QtQuick.Layouts
+import Kelvo
+
+// The chat with the assistant, and the one step that it may propose.
+ColumnLayout {
+    id: assistant
+
+    required property EngineView engine
+
+    function send() {
+        const question = field.text;
+        field.clear();
+        assistant.engine.askAssistant(question);
+    }
+
+    Layout.fillWidth: true
+    spacing: Theme.m
+
+    Note {
+        text: "Ask in plain English when you're stuck. Pellum reads your live readiness on this Mac and can suggest one next step — you always confirm."
+    }
+    Rectangle {
+        Layout.fillWidth: true
+        color: Theme.well
+        implicitHeight: Math.max(Theme.length(120), Math.min(Theme.length(280), chat.contentHeight + 2 * Theme.m))
+        radius: Theme.controlRadius
+
+        Rows {
+            id: chat
+
+            anchors.fill: parent
+            anchors.margins: Theme.m
+            anchors.rightMargin: scrolls ? Theme.xs : Theme.m
+            label: "Conversation with Pellum"
+            maximumHeight: Infinity
+            model: assistant.engine.chat
+            spacing: Theme.s
+
+            delegate: Bubble {
+                width: chat.rowWidth
+            }
+
+            onCountChanged: Qt.callLater(chat.positionViewAtEnd)
+            onHeightChanged: Qt.callLater(chat.positionViewAtEnd)
+        }
+        ColumnLayout {
+            anchors.centerIn: parent
+            spacing: Theme.xs
+            visible: chat.count === 0
+            width: parent.width - 2 * Theme.l
+
+            Note {
+                horizontalAlignment: Text.AlignHCenter
+                text: "No questions yet."
+            }
+            Note {
+                color: Theme.tertiary
+                font.pixelSize: Theme.small
+                horizontalAlignment: Text.AlignHCenter
+                text: "Ask for instance what to do next, or why readiness is where it is."
+            }
+        }
+    }
+    ActionButton {
+        symbol: "checkmark.circle.fill"
+        text: "Do it: " + assistant.engine.proposedActionName
+        visible: assistant.engine.proposedActionName !== ""
+        weight: ActionButton.Prominent
+
+        onClicked: assistant.engine.runProposed()
+    }
+    RowLayout {
+        Layout.fillWidth: true
+        spacing: Theme.s
+
+        Field {
+            id: field
+
+            Layout.fillWidth: true
+            objectName: "question"
+            placeholderText: "Ask Pellum…"
+
+            onAccepted: assistant.send()
+        }
+        Note {
+            Layout.fillWidth: false
+            font.pixelSize: Theme.small
+            text: elapsed.seconds + " s"
+            visible: elapsed.running && elapsed.seconds > 1
+        }
+        Item {
+            Layout.preferredHeight: Theme.controlHeight
+            Layout.preferredWidth: Theme.controlHeight
+            visible: assistant.engine.assistantBusy
+
+            Loader {
+                active: parent.visible
+                anchors.centerIn: parent
+
+                sourceComponent: Spinner {
+                    Accessible.name: "Pellum is answering"
+                }
+            }
+        }
+        ActionButton {
+            Accessible.name: "Send"
+            symbol: "paperplane.fill"
+            visible: !assistant.engine.assistantBusy
+            weight: ActionButton.Prominent
+
+            onClicked: assistant.send()
+        }
+    }
+    Timer {
+        id: elapsed
+
+        property int seconds: 0
+
+        interval: 1000
+        repeat: true
+        running: assistant.engine.assistantBusy
+
+        onRunningChanged: seconds = 0
+        onTriggered: seconds += 1
+    }
+}

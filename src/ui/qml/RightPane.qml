@@ -1,0 +1,216 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+import Kelvo
+
+// The person's workspace.
+Page {
+    id: pane
+
+    required property EngineView engine
+    readonly property real margin: width < Theme.length(620) ? Theme.m : Theme.l
+
+    title: "Ferrow — HITL"
+
+    background: Rectangle {
+        color: Theme.window
+    }
+    header: Item {
+        implicitHeight: Theme.length(52)
+
+        RowLayout {
+            anchors.horizontalCenter: parent.horizontalCenter
+            height: parent.height
+            spacing: Theme.s
+            width: form.width
+
+            Words {
+                Accessible.role: Accessible.Heading
+                font.pixelSize: Theme.title
+                font.weight: Font.DemiBold
+                text: pane.title
+            }
+            Work {
+                engine: pane.engine
+            }
+            Ring {
+                Accessible.ignored: true
+                color: pane.engine.readiness >= 1 ? Theme.met : Theme.accent
+                implicitHeight: Theme.length(34)
+                implicitWidth: Theme.length(34)
+                thickness: Theme.length(5)
+                trackColor: Theme.track
+                value: pane.engine.readiness
+                visible: pane.engine.hasMesh
+
+                Behavior on value {
+                    NumberAnimation {
+                        duration: Theme.calm
+                        easing.type: Easing.OutCubic
+                    }
+                }
+            }
+            Words {
+                Accessible.name: "Readiness " + text
+                Layout.fillWidth: false
+                font.bold: true
+                font.pixelSize: Theme.figure
+                text: pane.engine.readinessText
+                visible: pane.engine.hasMesh
+            }
+        }
+        Rectangle {
+            color: Theme.line
+            height: Theme.hairline
+            visible: !scroller.atYBeginning
+            width: parent.width
+            y: parent.height - height
+        }
+    }
+
+    Scroller {
+        id: scroller
+
+        anchors.fill: parent
+        contentHeight: form.height + pane.margin + (reminder.visible ? reminder.height : 0)
+        objectName: "rightScroller"
+
+        ColumnLayout {
+            id: form
+
+            anchors.horizontalCenter: parent.horizontalCenter
+            spacing: Theme.m
+            width: Math.min(scroller.width - 2 * pane.margin, Theme.length(820))
+
+            Card {
+                heading: "Ask Pellum"
+                objectName: "assistantSection"
+                symbol: "apple.intelligence"
+
+                PellumAssistant {
+                    engine: pane.engine
+                }
+            }
+            Section {
+                shown: pane.engine.pending
+
+                sourceComponent: PendingSection {
+                    engine: pane.engine
+                    objectName: "pendingSection"
+                }
+            }
+            Section {
+                shown: !pane.engine.verified
+
+                sourceComponent: KYCSection {
+                    engine: pane.engine
+                    objectName: "kycSection"
+                }
+            }
+            Section {
+                shown: pane.engine.verified
+
+                sourceComponent: IdentitySection {
+                    engine: pane.engine
+                    objectName: "identitySection"
+                }
+            }
+            NextActionSection {
+                id: next
+
+                engine: pane.engine
+                objectName: "nextActionSection"
+            }
+            Section {
+                shown: pane.engine.hasDraft
+
+                sourceComponent: GeneratedDocSection {
+                    engine: pane.engine
+                    objectName: "draftSection"
+                }
+            }
+            Section {
+                shown: pane.engine.roleWork === EngineView.RoleWork.audit
+
+                sourceComponent: AuditorVerifySection {
+                    engine: pane.engine
+                    objectName: "auditorSection"
+                }
+            }
+            Section {
+                shown: pane.engine.roleWork === EngineView.RoleWork.responsibilities
+
+                sourceComponent: ResponsibilitiesSection {
+                    engine: pane.engine
+                    objectName: "responsibilitiesSection"
+                }
+            }
+            Section {
+                shown: pane.engine.roleWork === EngineView.RoleWork.evidence
+
+                sourceComponent: EvidenceSection {
+                    engine: pane.engine
+                    objectName: "evidenceSection"
+                }
+            }
+            Section {
+                shown: pane.engine.roleWork === EngineView.RoleWork.evidence && pane.engine.hasMesh
+
+                sourceComponent: ReadinessSection {
+                    engine: pane.engine
+                    objectName: "readinessSection"
+                }
+            }
+            OSSnapshotSection {
+                engine: pane.engine
+                objectName: "osSection"
+            }
+            ProvenanceSection {
+                engine: pane.engine
+                objectName: "provenanceSection"
+            }
+        }
+    }
+
+    // The next best action stays at hand while its card is out of view.
+    Rectangle {
+        id: reminder
+
+        readonly property real cardEnd: next.y + next.height - Theme.l
+        readonly property bool away: cardEnd > scroller.contentY + scroller.height || cardEnd < scroller.contentY + next.button.height
+
+        anchors.bottom: parent.bottom
+        color: Theme.card
+        height: reminderRow.implicitHeight + 2 * Theme.m
+        visible: away && pane.engine.nextAction !== ""
+        width: parent.width
+
+        Rectangle {
+            color: Theme.line
+            height: Theme.hairline
+            width: parent.width
+        }
+        RowLayout {
+            id: reminderRow
+
+            anchors.centerIn: parent
+            spacing: Theme.m
+            width: form.width
+
+            Words {
+                font.weight: Font.DemiBold
+                text: pane.engine.nextTitle
+                wrapMode: Text.NoWrap
+            }
+            ActionButton {
+                large: true
+                objectName: "nextActionReminder"
+                symbol: next.label[1]
+                text: next.label[0]
+                weight: ActionButton.Prominent
+
+                onClicked: pane.engine.runNext()
+            }
+        }
+    }
+}

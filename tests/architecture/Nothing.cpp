@@ -1,0 +1,4 @@
+// Whatever is wrong shows when this is linked.
+int main() {
+    return 0;
+}

@@ -1,0 +1,18 @@
+#include "ui/MainWindow.h"
+
+#include <QGuiApplication>
+#include <QtQml/qqmlextensionplugin.h>
+
+#include <gtest/gtest.h>
+
+Q_IMPORT_QML_PLUGIN(KelvoPlugin)
+
+int main(int argc, char** argv) {
+    // Without a display, whatever the machine has.
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_QUICK_BACKEND", "software");
+    testing::InitGoogleTest(&argc, argv);
+    const QGuiApplication application(argc, argv);
+    kelvo::MainWindow::prepare();
+    return RUN_ALL_TESTS();
+}
