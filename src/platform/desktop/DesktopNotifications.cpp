@@ -31,6 +31,11 @@ DesktopNotifications::DesktopNotifications(QString applicationName, QString desk
 
 void DesktopNotifications::post(const Notification& notification,
                                 std::function<void()> undelivered) {
+    if (!bus_.isConnected()) {
+        // No call on such a connection is ever answered.
+        QMetaObject::invokeMethod(&context_, std::move(undelivered), Qt::QueuedConnection);
+        return;
+    }
     // Whether a body may hold markup differs between services, and with it what must be escaped.
     auto* watcher = new QDBusPendingCallWatcher(
         bus_.asyncCall(method("GetCapabilities"), answerWithinMs), &context_);

@@ -105,7 +105,7 @@ Window {
             Text {
                 objectName: "information"
                 width: parent.width
-                visible: text !== ""
+                visible: text !== "" && !window.prompt.refused
                 text: window.prompt.information
                 textFormat: Text.PlainText
                 wrapMode: Text.Wrap
@@ -178,6 +178,7 @@ Window {
                         focus: true
                         clip: true
                         activeFocusOnTab: true
+                        passwordCharacter: "•"
                         echoMode: window.prompt.echo ? TextInput.Normal : TextInput.Password
                         inputMethodHints: window.prompt.echo
                             ? Qt.ImhNoPredictiveText

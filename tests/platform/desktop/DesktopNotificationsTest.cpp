@@ -86,7 +86,7 @@ INSTANTIATE_TEST_SUITE_P(
                             "Press <b> & approve."},
                     Service{"dunst",
                             "/usr/bin/xvfb-run",
-                            {"-a", "stdbuf", "-o0", "dunst", "-conf", "/dev/null", "-print"},
+                            {"-a", "stdbuf", "-o0", "dunst", "-print"},
                             "Press &lt;b&gt; &amp; approve."}),
     [](const auto& chosen) { return std::string(chosen.param.name); });
 

@@ -8,9 +8,9 @@
 namespace kelvo {
 namespace {
 
-using test::always;
 using test::click;
 using test::isAsking;
+using test::isOpen;
 using test::Person;
 using test::press;
 using test::TestAuthentication;
@@ -166,12 +166,12 @@ TEST_F(PamAuthenticationTest, CancellingDoesNotWaitForAStackThatIsBusy) {
     folder_.service("slow", "auth required pam_exec.so quiet /bin/sh " + script.string() +
                                 "\nauth required @matrix\naccount required @matrix\n");
     TestAuthentication authentication(folder_, "slow");
-    person_.when(always, [](QQuickWindow& prompt) { press(prompt, Qt::Key_Escape); });
+    person_.when(isOpen, [](QQuickWindow& prompt) { press(prompt, Qt::Key_Escape); });
     EXPECT_FALSE(authentication.evaluate(reason));
     EXPECT_TRUE(std::filesystem::exists(gate)) << "it waited for the stack";
 
     // The next prompt is open at once, and asks when the stack before has ended.
-    person_.when(always, [&](QQuickWindow& prompt) {
+    person_.when(isOpen, [&](QQuickWindow& prompt) {
         EXPECT_FALSE(isAsking(prompt));
         std::filesystem::remove(gate);
     });

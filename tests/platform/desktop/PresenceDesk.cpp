@@ -67,8 +67,8 @@ bool isAsking(QQuickWindow& prompt) {
     return prompt.isActive() && input->isEnabled() && input->hasActiveFocus();
 }
 
-bool always(QQuickWindow&) {
-    return true;
+bool isOpen(QQuickWindow& prompt) {
+    return prompt.isActive();
 }
 
 void type(QQuickWindow& prompt, const std::string& text) {

@@ -85,7 +85,7 @@ private:
 };
 
 bool isAsking(QQuickWindow& prompt);
-bool always(QQuickWindow& prompt);
+bool isOpen(QQuickWindow& prompt);
 void type(QQuickWindow& prompt, const std::string& text);
 void press(QQuickWindow& prompt, Qt::Key key);
 void click(QQuickWindow& prompt, const char* name);
