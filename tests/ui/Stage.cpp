@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QImage>
 #include <QTest>
+#include <QtQuickTest/quicktest.h>
 
 #include <gtest/gtest.h>
 
@@ -113,6 +114,7 @@ void Stage::settle() {
         QCoreApplication::processEvents();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         world.eventLoop.drain();
+        QQuickTest::qWaitForPolish(&window());
     }
 }
 
@@ -145,7 +147,10 @@ QQuickItem* Stage::control(const QString& label) {
 QStringList Stage::texts(QQuickItem* root) {
     QStringList found;
     for (QQuickItem* item : items(root)) {
-        const QString label = labelOf(item);
+        const bool words = item->inherits("QQuickText") || item->inherits("QQuickTextEdit") ||
+                           item->inherits("QQuickTextInput") ||
+                           item->inherits("QQuickAbstractButton");
+        const QString label = words ? labelOf(item) : QString();
         if (!label.isEmpty()) found.append(label);
     }
     return found;
