@@ -1,3 +1,4 @@
+#include "Stage.h"
 #include "ui/MainWindow.h"
 
 #include <QGuiApplication>
@@ -14,5 +15,8 @@ int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
     const QGuiApplication application(argc, argv);
     kelvo::MainWindow::prepare();
+    kelvo::test::Stage::onWarning = [](const std::string& warning) {
+        ADD_FAILURE() << "warning: " << warning;
+    };
     return RUN_ALL_TESTS();
 }

@@ -4,17 +4,18 @@
 #include <QDir>
 #include <QImage>
 #include <QTest>
+#include <QtQuickTest/quicktest.h>
 
-#include <gtest/gtest.h>
+#include <stdexcept>
 
 namespace kelvo::test {
 namespace {
 
 QtMessageHandler previousHandler = nullptr;
 
-void failOnWarning(QtMsgType type, const QMessageLogContext& context, const QString& message) {
-    if (type == QtWarningMsg || type == QtCriticalMsg) {
-        ADD_FAILURE() << "warning: " << message.toStdString();
+void hearWarnings(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+    if ((type == QtWarningMsg || type == QtCriticalMsg) && Stage::onWarning) {
+        Stage::onWarning(message.toStdString());
     }
     if (previousHandler != nullptr) previousHandler(type, context, message);
 }
@@ -39,8 +40,10 @@ std::optional<QString> pictureFolder() {
     return QString::fromUtf8(folder);
 }
 
+std::function<void(const std::string&)> Stage::onWarning;
+
 Stage::Stage() {
-    previousHandler = qInstallMessageHandler(failOnWarning);
+    previousHandler = qInstallMessageHandler(hearWarnings);
 }
 
 Stage::~Stage() {
@@ -113,6 +116,7 @@ void Stage::settle() {
         QCoreApplication::processEvents();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         world.eventLoop.drain();
+        QQuickTest::qWaitForPolish(&window());
     }
 }
 
@@ -145,19 +149,24 @@ QQuickItem* Stage::control(const QString& label) {
 QStringList Stage::texts(QQuickItem* root) {
     QStringList found;
     for (QQuickItem* item : items(root)) {
-        const QString label = labelOf(item);
+        const bool words = item->inherits("QQuickText") || item->inherits("QQuickTextEdit") ||
+                           item->inherits("QQuickTextInput") ||
+                           item->inherits("QQuickAbstractButton");
+        const QString label = words ? labelOf(item) : QString();
         if (!label.isEmpty()) found.append(label);
     }
     return found;
 }
 
 void Stage::click(QQuickItem* item) {
-    ASSERT_NE(item, nullptr);
+    if (item == nullptr) throw std::runtime_error("there is no such control to click");
     item->forceActiveFocus();
     settle();
     const QPoint middle =
         item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint();
-    ASSERT_TRUE(QRect(QPoint(), window().size()).contains(middle));
+    if (!QRect(QPoint(), window().size()).contains(middle)) {
+        throw std::runtime_error("the control to click is out of view");
+    }
     QTest::mouseClick(&window(), Qt::LeftButton, Qt::NoModifier, middle);
     settle();
 }
@@ -178,7 +187,9 @@ void Stage::save(const QString& name) {
     if (!folder) return;
     QDir().mkpath(*folder);
     const QImage picture = window().grabWindow();
-    EXPECT_TRUE(picture.save(*folder + "/" + name + ".png"));
+    if (!picture.save(*folder + "/" + name + ".png")) {
+        throw std::runtime_error("a picture cannot be written");
+    }
 }
 
 } // namespace kelvo::test
