@@ -100,7 +100,6 @@ int run(int argc, char** argv) {
     Appearance appearance;
     const auto follow = [&] { window.setDark(appearance.dark()); };
     QObject::connect(&appearance, &Appearance::changed, &application, follow);
-    QObject::connect(&application, &QGuiApplication::paletteChanged, &application, follow);
     follow();
     QObject::connect(&instance, &SingleInstance::activated, &application,
                      [&window] { window.raise(); });

@@ -3,6 +3,7 @@
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QEvent>
 #include <QGuiApplication>
 #include <QPalette>
 
@@ -18,6 +19,8 @@ const QString colorScheme = QStringLiteral("color-scheme");
 } // namespace
 
 Appearance::Appearance(QDBusConnection bus) {
+    // The palette itself has no signal that would be here to stay.
+    QCoreApplication::instance()->installEventFilter(this);
     bus.connect(service, path, interface, QStringLiteral("SettingChanged"), this,
                 SLOT(settingChanged(QString, QString, QDBusVariant)));
     QDBusMessage question =
@@ -34,6 +37,11 @@ Appearance::Appearance(QDBusConnection bus) {
 bool Appearance::dark() const {
     if (prefersDark_) return *prefersDark_;
     return QGuiApplication::palette().color(QPalette::Window).lightnessF() < 0.5F;
+}
+
+bool Appearance::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::ApplicationPaletteChange) Q_EMIT changed();
+    return QObject::eventFilter(watched, event);
 }
 
 void Appearance::settingChanged(const QString& group, const QString& key,

@@ -11,7 +11,7 @@ namespace kelvo {
 
 /// Whether the desktop prefers dark surfaces: the color scheme of the settings portal
 /// (org.freedesktop.appearance), or, where no portal answers, the lightness of the palette that
-/// the desktop gave the toolkit.
+/// the desktop gave the toolkit. Needs the application object.
 class Appearance : public QObject {
     Q_OBJECT
 
@@ -19,6 +19,8 @@ public:
     explicit Appearance(QDBusConnection bus = QDBusConnection::sessionBus());
 
     bool dark() const;
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 Q_SIGNALS:
     void changed();
