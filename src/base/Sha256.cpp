@@ -3,6 +3,7 @@
 #include <openssl/evp.h>
 
 #include <cstdlib>
+#include <cstring>
 
 namespace kelvo {
 namespace {
@@ -21,13 +22,19 @@ void insist(int outcome) {
 
 using HexText = std::array<char, 2 * std::tuple_size_v<Sha256Digest>>;
 
-HexText hexText(const Sha256Digest& digest) {
+/// Both digits of every byte, so that writing a hash costs one look-up a byte.
+constexpr auto hexPairs = [] {
     constexpr std::string_view digits = "0123456789abcdef";
+    std::array<std::array<char, 2>, 256> pairs{};
+    for (std::size_t byte = 0; byte < pairs.size(); ++byte)
+        pairs[byte] = {digits[byte >> 4], digits[byte & 15]};
+    return pairs;
+}();
+
+HexText hexText(const Sha256Digest& digest) {
     HexText text{};
-    for (std::size_t i = 0; i < digest.size(); ++i) {
-        text[2 * i] = digits[digest[i] >> 4];
-        text[2 * i + 1] = digits[digest[i] & 15];
-    }
+    for (std::size_t i = 0; i < digest.size(); ++i)
+        std::memcpy(text.data() + 2 * i, hexPairs[digest[i]].data(), 2);
     return text;
 }
 

@@ -3,6 +3,7 @@
 #include "base/JsonReader.h"
 #include "base/Sha256.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <utility>
@@ -10,17 +11,27 @@
 namespace kelvo {
 namespace {
 
-/// Into `out`, whose capacity is used again from block to block.
-void writePreimage(std::string& out, std::int64_t index, std::string_view prev,
-                   std::string_view payloadRoot) {
-    std::array<char, 24> decimal{};
-    const auto end = std::to_chars(decimal.data(), decimal.data() + decimal.size(), index).ptr;
-    out.assign(decimal.data(), end);
-    out += TotemChain::sep;
-    out += prev;
-    out += TotemChain::sep;
-    out += payloadRoot;
-}
+/// Assembles preimages in one buffer that is used again from block to block.
+class Preimage {
+public:
+    std::string_view of(std::int64_t index, std::string_view prev, std::string_view payloadRoot) {
+        std::array<char, 24> decimal{};
+        const auto end = std::to_chars(decimal.data(), decimal.data() + decimal.size(), index).ptr;
+        const std::string_view parts[] = {
+            {decimal.data(), end}, TotemChain::sep, prev, TotemChain::sep, payloadRoot};
+        std::size_t length = 0;
+        for (const std::string_view part : parts)
+            length += part.size();
+        if (text_.size() < length) text_.resize(length);
+        char* at = text_.data();
+        for (const std::string_view part : parts)
+            at = std::copy(part.begin(), part.end(), at);
+        return {text_.data(), length};
+    }
+
+private:
+    std::string text_;
+};
 
 } // namespace
 
@@ -70,21 +81,20 @@ Totem TotemChain::append(std::string_view payload, std::string title, std::strin
                 .title = std::move(title),
                 .firedBy = std::move(firedBy),
                 .asOf = std::move(asOf)};
-    std::string preimage;
-    writePreimage(preimage, totem.index, totem.prev, totem.payloadRoot);
-    totem.blockHash = sha(preimage);
+    totem.blockHash = sha(Preimage().of(totem.index, totem.prev, totem.payloadRoot));
     blocks_.push_back(totem);
     return totem;
 }
 
 bool TotemChain::verify(const Blocks& blocks) {
     const std::string* expected = &genesis();
-    std::string preimage;
+    Preimage preimage;
+    Sha256Stream hash;
     std::int64_t index = 0;
     for (const Totem& block : blocks) {
         if (block.index != index || block.prev != *expected) return false;
-        writePreimage(preimage, index, block.prev, block.payloadRoot);
-        if (!isHexOf(sha256(preimage), block.blockHash)) return false;
+        hash.add(preimage.of(index, block.prev, block.payloadRoot));
+        if (!isHexOf(hash.finish(), block.blockHash)) return false;
         expected = &block.blockHash;
         ++index;
     }

@@ -40,15 +40,18 @@ TEST(Presence, TakesTheKindThatIsReportedAfterTheAnswer) {
 }
 
 TEST(Presence, AsksNobodyWhereNobodyCanBeAsked) {
-    test::FakeAuthentication authentication;
-    Presence presence(authentication);
-    authentication.unavailable = "";
-    EXPECT_EQ(presence.require("r").record, "HIPR-UNAVAILABLE: no policy");
-    authentication.unavailable = "no such account";
-    const Presence::Result result = presence.require("r");
-    EXPECT_EQ(result.record, "HIPR-UNAVAILABLE: no such account");
-    EXPECT_FALSE(result.ok);
-    EXPECT_TRUE(authentication.reasons.empty());
+    const std::pair<std::string, std::string> cases[] = {
+        {"", "HIPR-UNAVAILABLE: no policy"},
+        {"no such account", "HIPR-UNAVAILABLE: no such account"},
+    };
+    for (const auto& [why, record] : cases) {
+        test::FakeAuthentication authentication;
+        authentication.unavailable = why;
+        const Presence::Result result = Presence(authentication).require("r");
+        EXPECT_EQ(result.record, record);
+        EXPECT_FALSE(result.ok);
+        EXPECT_TRUE(authentication.reasons.empty());
+    }
 }
 
 } // namespace
