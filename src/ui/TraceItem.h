@@ -2,10 +2,10 @@
 
 #include "ui/EngineView.h"
 
-#include <QColor>
-#include <QQuickPaintedItem>
 #include <QtQml/qqmlregistration.h>
 
+#include <QColor>
+#include <QQuickPaintedItem>
 #include <deque>
 #include <vector>
 
