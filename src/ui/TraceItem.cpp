@@ -104,6 +104,15 @@ void TraceItem::paintRate(QPainter& painter, const QRectF& plot) const {
     painter.drawPolyline(curve);
 }
 
+QColor TraceItem::stateColour(std::size_t variable) const {
+    // Neighbours differ in hue, so that lines that cross can be told apart.
+    const float turn = 0.27F * static_cast<float>(variable);
+    QColor colour;
+    colour.setHsvF(std::fmod(std::max(0.0F, state_.hsvHueF()) + turn, 1.0F),
+                   state_.hsvSaturationF(), state_.valueF());
+    return colour;
+}
+
 void TraceItem::paintStates(QPainter& painter, const QRectF& plot) const {
     const std::vector<StateVar>& variables = view_->engine().space()->states();
     const std::size_t count = std::min(variables.size(), samples_.back().states.size());
@@ -114,15 +123,11 @@ void TraceItem::paintStates(QPainter& painter, const QRectF& plot) const {
         }
     }
     constexpr std::size_t namedOneByOne = 4;
-    QStringList names;
-    for (std::size_t i = 0; i < std::min(count, namedOneByOne); ++i) {
-        names.append(
-            QString::fromStdString(variables[i].nodeID) +
-            (variables[i].kind == StateKind::charge ? QStringLiteral("·q") : QStringLiteral("·p")));
-    }
     paintFrame(painter, plot,
-               count <= namedOneByOne ? QStringLiteral("states ") + names.join(QStringLiteral(", "))
+               count <= namedOneByOne ? QStringLiteral("states")
                                       : QStringLiteral("%1 states").arg(count));
+    double nameAt =
+        plot.left() + painter.fontMetrics().horizontalAdvance(QStringLiteral("states  "));
     const double middle = plot.center().y();
     painter.setPen(QPen(line_, 1));
     painter.drawLine(QPointF(plot.left(), middle), QPointF(plot.right(), middle));
@@ -134,11 +139,15 @@ void TraceItem::paintStates(QPainter& painter, const QRectF& plot) const {
                 {across(each.t, plot),
                  middle - plot.height() / 2 * (std::isfinite(value) ? value : 0.0) / reach});
         }
-        QColor colour = state_;
-        // Neighbours differ in hue, so that lines that cross can be told apart.
-        colour.setHsvF(
-            std::fmod(std::max(0.0F, colour.hsvHueF()) + 0.27F * static_cast<float>(i), 1.0F),
-            colour.hsvSaturationF(), colour.valueF());
+        const QColor colour = stateColour(i);
+        if (count <= namedOneByOne) {
+            const QString name = QString::fromStdString(variables[i].nodeID) +
+                                 (variables[i].kind == StateKind::charge ? QStringLiteral("·q  ")
+                                                                         : QStringLiteral("·p  "));
+            painter.setPen(colour);
+            painter.drawText(QPointF(nameAt, plot.top() - textSize_ * 0.55), name);
+            nameAt += painter.fontMetrics().horizontalAdvance(name);
+        }
         painter.setPen(QPen(colour, textSize_ / 8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
         painter.drawPolyline(curve);
     }
