@@ -1,5 +1,22 @@
 // The composition root: the real platform behind every port, the one engine, the one window.
 
+#include "engine/EngineVM.h"
+#include "ui/Appearance.h"
+#include "ui/DialogFilePanel.h"
+#include "ui/EngineView.h"
+#include "ui/MainWindow.h"
+
+#include <QtQml/qqmlextensionplugin.h>
+
+#include <QDir>
+#include <QFile>
+#include <QGuiApplication>
+#include <QIcon>
+#include <cstdio>
+#include <memory>
+#include <optional>
+#include <utility>
+
 #include "app/SingleInstance.h"
 #include "desktop/DesktopNotifications.h"
 #include "desktop/PamAuthentication.h"
@@ -8,25 +25,9 @@
 #include "desktop/SystemAccount.h"
 #include "desktop/SystemClock.h"
 #include "device/DeviceProcesses.h"
-#include "engine/EngineVM.h"
 #include "model/LoopbackModel.h"
 #include "pdf/PopplerPdfText.h"
 #include "responder/BuiltInResponder.h"
-#include "ui/Appearance.h"
-#include "ui/DialogFilePanel.h"
-#include "ui/EngineView.h"
-#include "ui/MainWindow.h"
-
-#include <QDir>
-#include <QFile>
-#include <QGuiApplication>
-#include <QIcon>
-#include <QtQml/qqmlextensionplugin.h>
-
-#include <cstdio>
-#include <memory>
-#include <optional>
-#include <utility>
 
 Q_IMPORT_QML_PLUGIN(KelvoPlugin)
 
@@ -44,8 +45,8 @@ GroundTexts groundTexts() {
             ground.criteria.push_back({node.id, node.evidence});
     }
     for (const SOC2Template& family : engine.templates()) {
-        ground.families.push_back({family.id, family.title, family.criterionText, family.policy,
-                                   family.evidence});
+        ground.families.push_back(
+            {family.id, family.title, family.criterionText, family.policy, family.evidence});
     }
     return ground;
 }
@@ -82,9 +83,9 @@ int run(int argc, char** argv) {
 
     Platform platform;
     EngineVM::provideShared([&] {
-        const Ports ports{platform.clock,         platform.ticker,    platform.eventLoop,
-                          platform.account,       *authentication,    platform.notifications,
-                          platform.filePanel,     platform.pdfText,   platform.processes,
+        const Ports ports{platform.clock,     platform.ticker,  platform.eventLoop,
+                          platform.account,   *authentication,  platform.notifications,
+                          platform.filePanel, platform.pdfText, platform.processes,
                           platform.model};
         const auto home = QFile::encodeName(QDir::homePath()).toStdString();
         return std::make_unique<EngineVM>(ports, Directories::below(home));

@@ -2,7 +2,6 @@
 
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
-
 #include <utility>
 
 namespace kelvo {

@@ -4,7 +4,6 @@
 #include <QDBusVariant>
 #include <QObject>
 #include <QString>
-
 #include <optional>
 
 namespace kelvo {

@@ -3,7 +3,6 @@
 #include <QFont>
 #include <QLineF>
 #include <QPainter>
-
 #include <algorithm>
 #include <cmath>
 #include <string_view>
@@ -77,9 +76,9 @@ void BondGraphItem::paint(QPainter* painter) {
     if (space() == nullptr || layout_.nodes.empty()) return;
     const BondGraph& graph = space()->graph();
     const double margin = textSize_;
-    const double scale = std::min({(width() - 2 * margin) / std::max(layout_.size.width(), 1.0),
-                                   (height() - 2 * margin) / std::max(layout_.size.height(), 1.0),
-                                   textSize_ / 8});
+    const double scale =
+        std::min({(width() - 2 * margin) / std::max(layout_.size.width(), 1.0),
+                  (height() - 2 * margin) / std::max(layout_.size.height(), 1.0), textSize_ / 8});
     if (scale <= 0) return;
     const QPointF origin((width() - layout_.size.width() * scale) / 2,
                          (height() - layout_.size.height() * scale) / 2);
@@ -110,9 +109,9 @@ void BondGraphItem::paintBond(QPainter& painter, const Bond& bond, Ends ends, do
     const auto mix = [weight](float low, float high) {
         return low + (high - low) * static_cast<float>(weight);
     };
-    const QColor colour = QColor::fromRgbF(mix(quiet_.redF(), source_.redF()),
-                                           mix(quiet_.greenF(), source_.greenF()),
-                                           mix(quiet_.blueF(), source_.blueF()));
+    const QColor colour =
+        QColor::fromRgbF(mix(quiet_.redF(), source_.redF()), mix(quiet_.greenF(), source_.greenF()),
+                         mix(quiet_.blueF(), source_.blueF()));
     painter.setPen(QPen(colour, pen, Qt::SolidLine, Qt::RoundCap));
     painter.drawLine(ends.from, ends.to);
 
@@ -146,9 +145,8 @@ void BondGraphItem::paintNode(QPainter& painter, const Node& node, QPointF centr
     font.setBold(true);
     painter.setFont(font);
     painter.setPen(isJunction(node.kind) ? ink_ : tint(node.kind));
-    painter.drawText(
-        QRectF(centre.x() - 2 * radius, centre.y() - radius, 4 * radius, 2 * radius),
-        Qt::AlignCenter, symbol(node.kind));
+    painter.drawText(QRectF(centre.x() - 2 * radius, centre.y() - radius, 4 * radius, 2 * radius),
+                     Qt::AlignCenter, symbol(node.kind));
 }
 
 } // namespace kelvo

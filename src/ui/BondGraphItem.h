@@ -3,16 +3,17 @@
 #include "ui/EngineView.h"
 #include "ui/GraphLayout.h"
 
+#include <QtQml/qqmlregistration.h>
+
 #include <QColor>
 #include <QQuickPaintedItem>
-#include <QtQml/qqmlregistration.h>
 
 namespace kelvo {
 
-/// The installed model as a bond graph (notation: Karnopp, Margolis and Rosenberg, System Dynamics):
-/// elements by their symbol, the half arrow at the end towards which power counts as positive, the
-/// causal stroke at the end where the effort arrives. The more power a bond carries at the present
-/// state, the heavier it is drawn.
+/// The installed model as a bond graph (notation: Karnopp, Margolis and Rosenberg, System
+/// Dynamics): elements by their symbol, the half arrow at the end towards which power counts as
+/// positive, the causal stroke at the end where the effort arrives. The more power a bond carries
+/// at the present state, the heavier it is drawn.
 class BondGraphItem : public QQuickPaintedItem {
     Q_OBJECT
     QML_NAMED_ELEMENT(BondGraphPicture)

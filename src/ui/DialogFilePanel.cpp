@@ -8,7 +8,6 @@
 #include <QUrl>
 #include <QVariant>
 #include <QWindow>
-
 #include <memory>
 
 namespace kelvo {

@@ -44,7 +44,7 @@ GraphLayout layOut(const BondGraph& graph) {
     agattr(drawing.get(), AGNODE, text("label"), text(""));
     agattr(drawing.get(), AGNODE, text("shape"), text("circle"));
     agattr(drawing.get(), AGNODE, text("width"), text("0.5"));
-    agattr(drawing.get(), AGEDGE, text("len"), text("1.05"));
+    agattr(drawing.get(), AGEDGE, text("len"), text("1.45"));
 
     std::vector<Agnode_t*> nodes;
     nodes.reserve(graph.nodes.size());

@@ -4,7 +4,6 @@
 
 #include <QPointF>
 #include <QSizeF>
-
 #include <vector>
 
 namespace kelvo {

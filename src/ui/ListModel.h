@@ -6,7 +6,6 @@
 #include <QByteArray>
 #include <QHash>
 #include <QVariant>
-
 #include <algorithm>
 #include <cstddef>
 #include <type_traits>

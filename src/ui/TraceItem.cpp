@@ -5,7 +5,6 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QPolygonF>
-
 #include <algorithm>
 #include <cmath>
 
@@ -64,8 +63,9 @@ double TraceItem::across(double t, const QRectF& plot) const {
 
 void TraceItem::paintFrame(QPainter& painter, const QRectF& plot, const QString& label) const {
     painter.setPen(quiet_);
-    painter.drawText(QRectF(plot.left(), plot.top() - textSize_ * 1.6, plot.width(), textSize_ * 1.4),
-                     Qt::AlignLeft | Qt::AlignVCenter, label);
+    painter.drawText(
+        QRectF(plot.left(), plot.top() - textSize_ * 1.6, plot.width(), textSize_ * 1.4),
+        Qt::AlignLeft | Qt::AlignVCenter, label);
     painter.setPen(QPen(line_, 1));
     painter.drawLine(plot.bottomLeft(), plot.bottomRight());
 }
@@ -83,9 +83,10 @@ void TraceItem::paintRate(QPainter& painter, const QRectF& plot) const {
                QStringLiteral("dissipation rate %1")
                    .arg(QString::fromStdString(fixed(samples_.back().rate, 3))));
     painter.setPen(limit_);
-    painter.drawText(QRectF(plot.left(), plot.top() - textSize_ * 1.6, plot.width(), textSize_ * 1.4),
-                     Qt::AlignRight | Qt::AlignVCenter,
-                     QStringLiteral("limit %1").arg(QString::fromStdString(fixed(limit, 2))));
+    painter.drawText(
+        QRectF(plot.left(), plot.top() - textSize_ * 1.6, plot.width(), textSize_ * 1.4),
+        Qt::AlignRight | Qt::AlignVCenter,
+        QStringLiteral("limit %1").arg(QString::fromStdString(fixed(limit, 2))));
     painter.setPen(QPen(limit_, 1, Qt::DashLine));
     painter.drawLine(QPointF(plot.left(), up(limit)), QPointF(plot.right(), up(limit)));
 
@@ -103,6 +104,15 @@ void TraceItem::paintRate(QPainter& painter, const QRectF& plot) const {
     painter.drawPolyline(curve);
 }
 
+QColor TraceItem::stateColour(std::size_t variable) const {
+    // Neighbours differ in hue, so that lines that cross can be told apart.
+    const float turn = 0.27F * static_cast<float>(variable);
+    QColor colour;
+    colour.setHsvF(std::fmod(std::max(0.0F, state_.hsvHueF()) + turn, 1.0F),
+                   state_.hsvSaturationF(), state_.valueF());
+    return colour;
+}
+
 void TraceItem::paintStates(QPainter& painter, const QRectF& plot) const {
     const std::vector<StateVar>& variables = view_->engine().space()->states();
     const std::size_t count = std::min(variables.size(), samples_.back().states.size());
@@ -113,14 +123,11 @@ void TraceItem::paintStates(QPainter& painter, const QRectF& plot) const {
         }
     }
     constexpr std::size_t namedOneByOne = 4;
-    QStringList names;
-    for (std::size_t i = 0; i < std::min(count, namedOneByOne); ++i) {
-        names.append(QString::fromStdString(variables[i].nodeID) +
-                     (variables[i].kind == StateKind::charge ? u"·q" : u"·p"));
-    }
     paintFrame(painter, plot,
-               count <= namedOneByOne ? QStringLiteral("states ") + names.join(QStringLiteral(", "))
+               count <= namedOneByOne ? QStringLiteral("states")
                                       : QStringLiteral("%1 states").arg(count));
+    double nameAt =
+        plot.left() + painter.fontMetrics().horizontalAdvance(QStringLiteral("states  "));
     const double middle = plot.center().y();
     painter.setPen(QPen(line_, 1));
     painter.drawLine(QPointF(plot.left(), middle), QPointF(plot.right(), middle));
@@ -128,15 +135,19 @@ void TraceItem::paintStates(QPainter& painter, const QRectF& plot) const {
         QPolygonF curve;
         for (const Sample& each : samples_) {
             const double value = i < each.states.size() ? each.states[i] : 0;
-            curve.append({across(each.t, plot), middle - plot.height() / 2 *
-                                                             (std::isfinite(value) ? value : 0.0) /
-                                                             reach});
+            curve.append(
+                {across(each.t, plot),
+                 middle - plot.height() / 2 * (std::isfinite(value) ? value : 0.0) / reach});
         }
-        QColor colour = state_;
-        // Neighbours differ in hue, so that lines that cross can be told apart.
-        colour.setHsvF(std::fmod(std::max(0.0F, colour.hsvHueF()) + 0.27F * static_cast<float>(i),
-                                 1.0F),
-                       colour.hsvSaturationF(), colour.valueF());
+        const QColor colour = stateColour(i);
+        if (count <= namedOneByOne) {
+            const QString name = QString::fromStdString(variables[i].nodeID) +
+                                 (variables[i].kind == StateKind::charge ? QStringLiteral("·q  ")
+                                                                         : QStringLiteral("·p  "));
+            painter.setPen(colour);
+            painter.drawText(QPointF(nameAt, plot.top() - textSize_ * 0.55), name);
+            nameAt += painter.fontMetrics().horizontalAdvance(name);
+        }
         painter.setPen(QPen(colour, textSize_ / 8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
         painter.drawPolyline(curve);
     }

@@ -2,10 +2,10 @@
 
 #include "ui/EngineView.h"
 
-#include <QColor>
-#include <QQuickPaintedItem>
 #include <QtQml/qqmlregistration.h>
 
+#include <QColor>
+#include <QQuickPaintedItem>
 #include <deque>
 #include <vector>
 
@@ -47,6 +47,7 @@ private:
     double across(double t, const QRectF& plot) const;
     void paintFrame(QPainter& painter, const QRectF& plot, const QString& label) const;
     void paintRate(QPainter& painter, const QRectF& plot) const;
+    QColor stateColour(std::size_t variable) const;
     void paintStates(QPainter& painter, const QRectF& plot) const;
 
     EngineView* view_ = nullptr;

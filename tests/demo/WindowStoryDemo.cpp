@@ -5,16 +5,17 @@
 //
 //   kelvo-demo-window-simulated-presence <examples folder> <result folder>
 
-#include "responder/BuiltInResponder.h"
 #include "ui/Stage.h"
 
-#include <QGuiApplication>
 #include <QtQml/qqmlextensionplugin.h>
 
+#include <QGuiApplication>
 #include <cstdio>
 #include <filesystem>
 #include <stdexcept>
 #include <string>
+
+#include "responder/BuiltInResponder.h"
 
 Q_IMPORT_QML_PLUGIN(KelvoPlugin)
 
@@ -94,8 +95,8 @@ private:
         for (const auto& node : (*engine.mesh)->nodes)
             texts.criteria.push_back({node.id, node.evidence});
         for (const auto& family : engine.templates()) {
-            texts.families.push_back({family.id, family.title, family.criterionText, family.policy,
-                                      family.evidence});
+            texts.families.push_back(
+                {family.id, family.title, family.criterionText, family.policy, family.evidence});
         }
         return texts;
     }
@@ -127,7 +128,9 @@ int main(int argc, char** argv) {
         std::printf("DEMONSTRATION FAILED: %s\n", fault.what());
         return 1;
     }
-    if (warned) std::printf("DEMONSTRATION FAILED: the window warned, see above\n");
-    else std::printf("\nScreenshots and record files are in %s\n", argv[2]);
+    if (warned)
+        std::printf("DEMONSTRATION FAILED: the window warned, see above\n");
+    else
+        std::printf("\nScreenshots and record files are in %s\n", argv[2]);
     return warned ? 1 : 0;
 }

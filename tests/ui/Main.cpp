@@ -1,10 +1,11 @@
-#include "Stage.h"
 #include "ui/MainWindow.h"
 
-#include <QGuiApplication>
 #include <QtQml/qqmlextensionplugin.h>
-
 #include <gtest/gtest.h>
+
+#include <QGuiApplication>
+
+#include "Stage.h"
 
 Q_IMPORT_QML_PLUGIN(KelvoPlugin)
 

@@ -1,11 +1,12 @@
 #include "Stage.h"
 
+#include <QtQuickTest/quicktest.h>
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QImage>
 #include <QTest>
-#include <QtQuickTest/quicktest.h>
-
+#include <algorithm>
 #include <stdexcept>
 
 namespace kelvo::test {
@@ -23,7 +24,13 @@ void hearWarnings(QtMsgType type, const QMessageLogContext& context, const QStri
 void collect(QQuickItem* item, QList<QQuickItem*>& found) {
     if (!item->isVisible()) return;
     found.append(item);
-    for (QQuickItem* child : item->childItems())
+    QList<QQuickItem*> children = item->childItems();
+    // A list keeps its rows in the order in which it made them.
+    if (item->parentItem() != nullptr && item->parentItem()->inherits("QQuickListView")) {
+        std::stable_sort(children.begin(), children.end(),
+                         [](const auto* a, const auto* b) { return a->y() < b->y(); });
+    }
+    for (QQuickItem* child : children)
         collect(child, found);
 }
 
@@ -57,9 +64,11 @@ void Stage::writeOrganisation() {
         {"CC1-ethics", 1.0, 3, "Code of conduct signed by all staff in January."},
         {"CC2-communication", 1.0, 2, "Security page and intake address published."},
         {"CC3-risk", 0.5, 4, "Risk register exists. GAP: no review since the new product line"},
-        {"CC4-monitoring", 0, 3, "Log retention is set. GAP: no monthly control review is recorded"},
+        {"CC4-monitoring", 0, 3,
+         "Log retention is set. GAP: no monthly control review is recorded"},
         {"CC5-policies", 1.0, 3, "Policy set approved by the owner."},
-        {"CC6-access", 0, 5, "Single sign-on for all services. GAP: quarterly access review missing"},
+        {"CC6-access", 0, 5,
+         "Single sign-on for all services. GAP: quarterly access review missing"},
         {"CC6-device-security", 0, 4, "Laptops are company owned. GAP: posture is not verified"},
         {"CC7-incidents", 0.5, 4, "On-call rota exists. GAP: incident response plan is not tested"},
         {"CC7-vulnerabilities", 1.0, 3, "Weekly dependency scan."},

@@ -8,7 +8,6 @@
 #include <QQuickWindow>
 #include <QString>
 #include <QStringList>
-
 #include <functional>
 #include <memory>
 #include <optional>

@@ -1,9 +1,9 @@
 #include "ui/Symbols.h"
 
+#include <gtest/gtest.h>
+
 #include <QImage>
 #include <QPainter>
-
-#include <gtest/gtest.h>
 
 namespace kelvo {
 namespace {
