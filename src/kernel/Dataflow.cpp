@@ -40,7 +40,6 @@ public:
         for (std::size_t i = 0; i < graph_.nodes.size(); ++i) {
             if (relaxes(i)) queue_.add(i);
         }
-        queue_.restart();
         while (const auto node = queue_.next())
             visit(*node);
     }

@@ -10,7 +10,7 @@ namespace kelvo::kernel_detail {
 
 /// The nodes that still have something to do, handed out in the order in which repeated full passes
 /// over the node list would come to them: a node added beyond the cursor is visited in the present
-/// pass, any other one in the next.
+/// pass, any other one in the next. The first pass starts at node 0.
 ///
 /// Where a rule does nothing at a node whose bonds have not changed since its last visit, visiting
 /// only these nodes gives what full passes give. A set of bits under layers of summary bits: adding
@@ -34,9 +34,6 @@ public:
             node /= 64;
         }
     }
-
-    /// Starts a pass at node 0.
-    void restart() { cursor_ = 0; }
 
     /// Removes the next node in pass order and returns it; none when nothing is left.
     std::optional<std::size_t> next() {

@@ -104,7 +104,6 @@ private:
     }
 
     tl::expected<void, GraphError> propagateAll() {
-        queue_.restart();
         while (const auto node = queue_.next()) {
             if (!isJunction(kind(*node))) {
                 passThrough(*node);

@@ -14,15 +14,16 @@ namespace {
 std::size_t allocations = 0;
 } // namespace
 
-void* operator new(std::size_t size) {
+// Not inlined: a compiler that sees malloc and free through them takes them for mismatched pairs.
+[[gnu::noinline]] void* operator new(std::size_t size) {
     ++allocations;
     if (void* memory = std::malloc(size == 0 ? 1 : size)) return memory;
     throw std::bad_alloc();
 }
-void operator delete(void* memory) noexcept {
+[[gnu::noinline]] void operator delete(void* memory) noexcept {
     std::free(memory);
 }
-void operator delete(void* memory, std::size_t) noexcept {
+[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept {
     std::free(memory);
 }
 

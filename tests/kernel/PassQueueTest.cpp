@@ -31,10 +31,6 @@ TEST(PassQueue, HandsOutNodesInTheOrderOfFullPasses) {
             const std::size_t node = random() % nodes;
             queue.add(node);
             expected.insert(node);
-            if (random() % 50 == 0) {
-                queue.restart();
-                cursor = 0;
-            }
             if (random() % 16 == 0) continue;
             ASSERT_EQ(queue.next(), nextInPass(expected, cursor)) << nodes;
         }
