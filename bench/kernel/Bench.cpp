@@ -38,6 +38,11 @@ StateSpace spaceOf(const ExtractedGraph& graph) {
 /// odeint's four evaluations, and the two of the dissipation rate at both ends of the step.
 template <class Graph>
 struct OdeintRun {
+    OdeintRun() = default;
+    /// Copies what a run is, not the method's scratch space, which may hold nothing yet.
+    OdeintRun(const OdeintRun& other) : state(other.state), t(other.t), risk(other.risk) {}
+    OdeintRun& operator=(const OdeintRun&) = delete;
+
     std::array<double, Graph::size> state{};
     double t = 0;
     double risk = 0;
