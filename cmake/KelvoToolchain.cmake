@@ -25,3 +25,8 @@ if(KELVO_SANITIZE)
   add_compile_options(${_sanitize})
   add_link_options(${_sanitize})
 endif()
+
+# The libraries tell the fuzzers which of their branches an input reached.
+if(KELVO_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()

@@ -17,6 +17,11 @@ namespace {
 /// A hundred thousand criteria of 150 bytes; what is larger is another kind of file.
 constexpr std::size_t largestMeshFile = std::size_t{16} << 20;
 
+/// Both texts go into the record of a closing, the id several times and each character as up to six
+/// bytes; so every record that is written stays within what the next start reads.
+constexpr std::size_t longestId = std::size_t{64} << 10;
+constexpr std::size_t longestEvidence = std::size_t{256} << 10;
+
 /// Wide enough for the sum of any number of 64-bit weights that memory can hold.
 __extension__ using WideSum = __int128;
 
@@ -70,11 +75,14 @@ tl::expected<SOC2Mesh, std::string> SOC2Mesh::load(const std::filesystem::path& 
 tl::expected<SOC2Mesh, std::string> SOC2Mesh::fromJson(const Json& document) {
     SOC2Mesh mesh;
     JsonReader reader(document);
-    reader.array("nodes", [&mesh](JsonReader& node) {
-        mesh.nodes.push_back({.id = node.string("id"),
-                              .g = node.number("g"),
-                              .w = node.integer("w"),
-                              .evidence = node.string("evidence")});
+    reader.array("nodes", [&mesh](JsonReader& member) {
+        SOC2Mesh::Node node{.id = member.string("id"),
+                            .g = member.number("g"),
+                            .w = member.integer("w"),
+                            .evidence = member.string("evidence")};
+        if (node.id.size() > longestId) member.fail("id", "longer than 64 KiB");
+        if (node.evidence.size() > longestEvidence) member.fail("evidence", "longer than 256 KiB");
+        mesh.nodes.push_back(std::move(node));
     });
     if (reader.error()) return tl::unexpected(*reader.error());
     if (auto fault = faultOfSums(mesh.nodes)) return tl::unexpected(std::move(*fault));

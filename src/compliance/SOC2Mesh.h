@@ -37,7 +37,8 @@ struct SOC2Mesh {
     /// Reads {"nodes":[{"id","g","w","evidence"},…]}. A missing key, a wrong type or a weight that
     /// is not whole fails the whole file; the error says which member, in words for a person. So
     /// do weights whose sum leaves 64 bits and gate levels so far off that Σ|g·w| leaves the range
-    /// of a double: with them no readiness could be told and no closure recorded.
+    /// of a double: with them no readiness could be told and no closure recorded. An id has at most
+    /// 64 KiB, an evidence text 256 KiB.
     static tl::expected<SOC2Mesh, std::string> load(const std::filesystem::path& file);
     static tl::expected<SOC2Mesh, std::string> fromJson(const Json& document);
     Json toJson() const;

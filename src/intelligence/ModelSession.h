@@ -21,10 +21,10 @@ bool modelAvailable(LanguageModel& model);
 /// there is none (the model's failure, or the field that the reply lacks); it is never called from
 /// inside this call.
 template <class Record>
-void generate(LanguageModel& model, std::string instructions, std::string prompt,
+void generate(LanguageModel& model, const std::string& instructions, const std::string& prompt,
               std::function<void(tl::expected<Record, ModelFailure>)> done) {
-    model.respond({.instructions = std::move(instructions),
-                   .prompt = std::move(prompt),
+    model.respond({.instructions = instructions,
+                   .prompt = prompt,
                    .recordName = Generable<Record>::name,
                    .schema = jsonSchema<Record>()},
                   [done = std::move(done)](tl::expected<std::string, ModelFailure> reply) {
@@ -36,7 +36,7 @@ void generate(LanguageModel& model, std::string instructions, std::string prompt
 }
 
 /// As `generate` for plain text.
-void generateText(LanguageModel& model, std::string instructions, std::string prompt,
+void generateText(LanguageModel& model, const std::string& instructions, const std::string& prompt,
                   std::function<void(tl::expected<std::string, ModelFailure>)> done);
 
 } // namespace kelvo

@@ -57,7 +57,7 @@ Integrator::Integrator(StateSpace space, SourceFunction sources)
         program.hoisted.play(slots(i));
 }
 
-Integrator::Integrator(StateSpace space, SourceMapFunction sources)
+Integrator::Integrator(const StateSpace& space, SourceMapFunction sources)
     : Integrator(space, fromMap(space, std::move(sources))) {
 }
 

@@ -23,7 +23,7 @@ public:
     /// Starts at t = 0, risk = 0 and a state of zeros. A source function that is empty stands for
     /// sources that are all 0.
     Integrator(StateSpace space, SourceFunction sources);
-    Integrator(StateSpace space, SourceMapFunction sources);
+    Integrator(const StateSpace& space, SourceMapFunction sources);
 
     const StateSpace& space() const { return space_; }
 

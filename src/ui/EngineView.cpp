@@ -3,7 +3,6 @@
 #include "base/Text.h"
 
 #include <QMetaObject>
-
 #include <algorithm>
 #include <string>
 #include <string_view>
@@ -79,8 +78,7 @@ EngineView::EngineView(EngineVM& engine, QObject* parent)
            {"gap",
             [](const SOC2Mesh::Node& row) { return QVariant(text(SOC2Mesh::gapText(row))); }}}),
       roleControls_(
-          {{"criterion",
-            [](const RoleTask& row) { return QVariant(text(row.control.criterion)); }},
+          {{"criterion", [](const RoleTask& row) { return QVariant(text(row.control.criterion)); }},
            {"task", [](const RoleTask& row) { return QVariant(text(row.control.task)); }},
            {"close", [](const RoleTask& row) { return QVariant(text(row.control.close)); }},
            {"closed", [](const RoleTask& row) { return QVariant(row.closed); }}}),
@@ -235,8 +233,8 @@ QString EngineView::roleReadinessText() const {
 
 int EngineView::closedControls() const {
     const auto& tasks = roleControls_.rows();
-    return static_cast<int>(
-        std::count_if(tasks.begin(), tasks.end(), [](const RoleTask& task) { return task.closed; }));
+    return static_cast<int>(std::count_if(tasks.begin(), tasks.end(),
+                                          [](const RoleTask& task) { return task.closed; }));
 }
 
 int EngineView::controlCount() const {

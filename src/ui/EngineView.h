@@ -3,12 +3,12 @@
 #include "engine/EngineVM.h"
 #include "ui/ListModel.h"
 
+#include <QtQml/qqmlregistration.h>
+
 #include <QAbstractListModel>
 #include <QObject>
 #include <QString>
 #include <QStringList>
-#include <QtQml/qqmlregistration.h>
-
 #include <functional>
 #include <memory>
 #include <vector>

@@ -6,7 +6,6 @@
 #include <QByteArray>
 #include <QHash>
 #include <QVariant>
-
 #include <algorithm>
 #include <cstddef>
 #include <type_traits>
@@ -47,6 +46,13 @@ RowDifference difference(const RowsView<Container, order>& before,
     return {kept, 0, after.size() - before.size()};
 }
 
+/// What a delegate finds of a row under `name`.
+template <class Row>
+struct ListColumn {
+    QByteArray name;
+    QVariant (*value)(const Row& row);
+};
+
 /// The one list model of the window: rows of a published list, with a named column for each thing
 /// that a delegate shows of a row. It tells rows that came, went or changed apart and never resets,
 /// so that a list of any length costs no more than what is new of it and what is visible.
@@ -57,10 +63,7 @@ class ListModel final : public QAbstractListModel {
 public:
     using Row = typename Rows::value_type;
 
-    struct Column {
-        QByteArray name;
-        QVariant (*value)(const Row& row);
-    };
+    using Column = ListColumn<Row>;
 
     explicit ListModel(std::vector<Column> columns, QObject* parent = nullptr)
         : QAbstractListModel(parent), columns_(std::move(columns)) {}

@@ -2,6 +2,8 @@
 
 #include "ui/EngineView.h"
 
+#include <QGuiApplication>
+#include <QOpenGLContext>
 #include <QQuickStyle>
 #include <QQuickWindow>
 #include <QUrl>
@@ -10,6 +12,12 @@
 namespace kelvo {
 
 void MainWindow::prepare() {
+    // Without a usable graphics driver the scene graph would end the program.
+    const QString platform = QGuiApplication::platformName();
+    const bool onScreen = platform == u"xcb" || platform.startsWith(u"wayland");
+    if (onScreen && qEnvironmentVariableIsEmpty("QT_QUICK_BACKEND") && !QOpenGLContext().create()) {
+        QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    }
     QQuickStyle::setStyle(QStringLiteral("Fusion"));
 }
 

@@ -2,7 +2,6 @@
 
 #include <QImage>
 #include <QSvgRenderer>
-
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -47,26 +46,28 @@ constexpr std::array drawings{
             "<path d='M13.3 3.9v4.4h4.5'/><circle cx='17' cy='17' r='2.6'/>"
             "<path d='M17 12.6v1.5M17 19.9v1.5M12.6 17h1.5M19.9 17h1.5M13.9 13.9l1 1M19.1 19.1l1 1"
             "M13.9 20.1l1-1M19.1 14.9l1-1'/>"},
-    Drawing{"doc.badge.plus",
-            "<path d='M11 20.3H7a2 2 0 0 1-2-2V5.7a2 2 0 0 1 2-2h6.5l4.5 4.5v3'/>"
-            "<path d='M13.3 3.9v4.4h4.5'/><path d='M17.2 14v7M13.7 17.5h7'/>"},
-    Drawing{"doc.text", "<path d='M17 20.3H7a2 2 0 0 1-2-2V5.7a2 2 0 0 1 2-2h6.5L19 9.2v9.1a2 2 0 0 "
-                        "1-2 2z'/><path d='M13.3 3.9v5.3h5.5M8.5 13h7M8.5 16.5h5'/>"},
-    Drawing{"exclamationmark.circle",
-            "<circle cx='12' cy='12' r='8.7'/><path d='M12 7.7v5'/>"
-            "<circle cx='12' cy='16' r='1.15' fill='@' stroke='none'/>"},
+    Drawing{"doc.badge.plus", "<path d='M11 20.3H7a2 2 0 0 1-2-2V5.7a2 2 0 0 1 2-2h6.5l4.5 4.5v3'/>"
+                              "<path d='M13.3 3.9v4.4h4.5'/><path d='M17.2 14v7M13.7 17.5h7'/>"},
+    Drawing{"doc.text",
+            "<path d='M17 20.3H7a2 2 0 0 1-2-2V5.7a2 2 0 0 1 2-2h6.5L19 9.2v9.1a2 2 0 0 "
+            "1-2 2z'/><path d='M13.3 3.9v5.3h5.5M8.5 13h7M8.5 16.5h5'/>"},
+    Drawing{"exclamationmark.circle", "<circle cx='12' cy='12' r='8.7'/><path d='M12 7.7v5'/>"
+                                      "<circle cx='12' cy='16' r='1.15' fill='@' stroke='none'/>"},
     Drawing{"exclamationmark.triangle.fill",
             "<path d='M12 4.2l8.6 15.3H3.4z' fill='@' stroke-width='2.4'/>",
             "<path d='M12 9.4v4.6'/><circle cx='12' cy='17.2' r='.4'/>"},
-    Drawing{"link", "<path d='M10.2 13.8a3.7 3.7 0 0 0 5.3 0l3.1-3.1a3.75 3.75 0 0 0-5.3-5.3l-1 1'/>"
-                    "<path d='M13.8 10.2a3.7 3.7 0 0 0-5.3 0l-3.1 3.1a3.75 3.75 0 0 0 5.3 5.3l1-1'/>"},
-    Drawing{"paperclip", "<path d='M19 11.3l-7.4 7.4a4.4 4.4 0 0 1-6.2-6.2l7.9-7.9a3 3 0 0 1 4.2 4.2l"
-                         "-7.6 7.6a1.45 1.45 0 0 1-2.1-2.1l6.6-6.6'/>"},
+    Drawing{"link",
+            "<path d='M10.2 13.8a3.7 3.7 0 0 0 5.3 0l3.1-3.1a3.75 3.75 0 0 0-5.3-5.3l-1 1'/>"
+            "<path d='M13.8 10.2a3.7 3.7 0 0 0-5.3 0l-3.1 3.1a3.75 3.75 0 0 0 5.3 5.3l1-1'/>"},
+    Drawing{"paperclip",
+            "<path d='M19 11.3l-7.4 7.4a4.4 4.4 0 0 1-6.2-6.2l7.9-7.9a3 3 0 0 1 4.2 4.2l"
+            "-7.6 7.6a1.45 1.45 0 0 1-2.1-2.1l6.6-6.6'/>"},
     Drawing{"paperplane.fill", "<path d='M3.4 11.2L20.6 3.6 15 20.6l-3.7-6.6z' fill='@'/>",
             "<path d='M11.6 13.4l4.6-5' stroke-width='1.5'/>"},
-    Drawing{"pause.fill", "<rect x='6' y='5' width='4.2' height='14' rx='1.2' fill='@' stroke='none'/>"
-                          "<rect x='13.8' y='5' width='4.2' height='14' rx='1.2' fill='@' "
-                          "stroke='none'/>"},
+    Drawing{"pause.fill",
+            "<rect x='6' y='5' width='4.2' height='14' rx='1.2' fill='@' stroke='none'/>"
+            "<rect x='13.8' y='5' width='4.2' height='14' rx='1.2' fill='@' "
+            "stroke='none'/>"},
     Drawing{"person.badge.shield.checkmark",
             "<circle cx='9.5' cy='7.6' r='3.6'/><path d='M2.9 19.6a6.6 6.6 0 0 1 8-6.2'/>"
             "<path d='M17 11.4l4.3 1.5v3.2c0 2.6-1.7 4.4-4.3 5.4-2.6-1-4.3-2.8-4.3-5.4v-3.2z'/>"
@@ -76,18 +77,19 @@ constexpr std::array drawings{
             "<path d='M6.2 18.2c.9-2.3 2.9-3.6 5.6-3.6'/>"
             "<path d='M14.2 17.9l2.4 2.4 4.6-5'/>"},
     Drawing{"play.fill", "<path d='M7.6 5.2v13.6l11-6.8z' fill='@'/>"},
-    Drawing{"touchid",
-            "<path d='M12 11v3.4c0 2.1-.4 4-1.2 5.8'/>"
-            "<path d='M8.3 19.2c.8-1.5 1.2-3.1 1.2-4.9V11a2.5 2.5 0 0 1 5 0v3.2c0 2-.3 3.9-.9 5.7'/>"
-            "<path d='M5.7 17.2c.6-1 .9-2.1.9-3.2v-3a5.4 5.4 0 0 1 10.8 0v3c0 1.6-.2 3.2-.6 4.8'/>"
-            "<path d='M3.9 14.2V11c0-1.5.4-2.9 1.1-4.1'/>"
-            "<path d='M7.1 4.5A8.1 8.1 0 0 1 20.1 11v2.8c0 .9-.1 1.8-.2 2.7'/>"},
+    Drawing{
+        "touchid",
+        "<path d='M12 11v3.4c0 2.1-.4 4-1.2 5.8'/>"
+        "<path d='M8.3 19.2c.8-1.5 1.2-3.1 1.2-4.9V11a2.5 2.5 0 0 1 5 0v3.2c0 2-.3 3.9-.9 5.7'/>"
+        "<path d='M5.7 17.2c.6-1 .9-2.1.9-3.2v-3a5.4 5.4 0 0 1 10.8 0v3c0 1.6-.2 3.2-.6 4.8'/>"
+        "<path d='M3.9 14.2V11c0-1.5.4-2.9 1.1-4.1'/>"
+        "<path d='M7.1 4.5A8.1 8.1 0 0 1 20.1 11v2.8c0 .9-.1 1.8-.2 2.7'/>"},
 };
 
 const Drawing* find(const QString& name) {
-    const auto found =
-        std::find_if(drawings.begin(), drawings.end(),
-                     [&](const Drawing& each) { return name == QLatin1String(each.name); });
+    const auto found = std::find_if(drawings.begin(), drawings.end(), [&](const Drawing& each) {
+        return name == QLatin1String(each.name);
+    });
     return found == drawings.end() ? nullptr : &*found;
 }
 

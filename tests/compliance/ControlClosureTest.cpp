@@ -36,5 +36,21 @@ TEST(ControlClosure, TheReplayRecognisesWhatIsSealed) {
                   "CC6-access");
 }
 
+TEST(ControlClosure, TheLargestRecordOfAPolicyCanBeReadBack) {
+    const std::string id(64U << 10, '\x01'); // six bytes each when written
+    const std::string evidence(256U << 10, '\x01');
+    ControlClosure largest = closure;
+    largest.criterion = id;
+    largest.evidenceName = "policy-" + id + ".txt";
+    Json record = controlPayload(largest);
+    record.update(Json{{"source_variables", evidence},
+                       {"title", "Sealed generated policy " + id},
+                       {"evidence_summary", "generated from graph variables"}});
+    const auto text = writeJson(record, JsonLayout::pretty);
+    ASSERT_TRUE(text);
+    EXPECT_LT(text->size(), largestRecordFile - 100'000) << "with room for the rest of a record";
+    EXPECT_EQ(ClosureReader().closedCriterion(*text), id);
+}
+
 } // namespace
 } // namespace kelvo

@@ -176,6 +176,13 @@ TEST(SOC2Mesh, AFileWithAFaultIsRefusedWholeAndTheMemberNamed) {
     for (const auto& row : table)
         EXPECT_THAT(refusalOf(std::string("{\"nodes\":") + row.nodes + "}"), HasSubstr(row.fault))
             << row.nodes;
+    const auto withTexts = [](std::size_t id, std::size_t evidence) {
+        return refusalOf(*writeJson(
+            meshOf({{std::string(id, 'i'), 0, 1, std::string(evidence, 'e')}}).toJson()));
+    };
+    EXPECT_EQ(withTexts(1 << 16, 1 << 18), "accepted");
+    EXPECT_THAT(withTexts((1 << 16) + 1, 0), HasSubstr("nodes[0].id: longer than 64 KiB"));
+    EXPECT_THAT(withTexts(0, (1 << 18) + 1), HasSubstr("nodes[0].evidence: longer than 256 KiB"));
     EXPECT_THAT(refusalOf("{}"), HasSubstr("mesh.json: nodes: missing"));
     EXPECT_THAT(refusalOf("[]"), HasSubstr("expected an object"));
     EXPECT_THAT(refusalOf(""), HasSubstr("mesh.json: "));

@@ -32,7 +32,7 @@ struct Integrator {
     double t = 0;
     double risk = 0;
 
-    void step(double dt);
+    void step(double h);
 };
 
 } // namespace kelvo::reference

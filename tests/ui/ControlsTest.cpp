@@ -1,11 +1,11 @@
 // Every control calls its operation of the real engine, by real clicks.
 
-#include "Stage.h"
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include <QTest>
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "Stage.h"
 
 namespace kelvo::test {
 namespace {

@@ -1,12 +1,12 @@
 // The window by keyboard alone, and what it tells assistive technology.
 
-#include "Stage.h"
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include <QAccessible>
 #include <QAccessibleInterface>
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "Stage.h"
 
 namespace kelvo::test {
 namespace {

@@ -1,11 +1,10 @@
 #include "ui/ListModel.h"
 
-#include <QAbstractItemModelTester>
-#include <QSignalSpy>
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QAbstractItemModelTester>
+#include <QSignalSpy>
 #include <deque>
 #include <string>
 
@@ -29,8 +28,9 @@ QStringList told(QSignalSpy& spy) {
             return value.canConvert<QModelIndex>() ? value.toModelIndex().row() : value.toInt();
         };
         const bool change = each.at(0).value<QModelIndex>().isValid();
-        spans.append(QStringLiteral("%1-%2").arg(row(each.at(change ? 0 : 1))).arg(
-            row(each.at(change ? 1 : 2))));
+        spans.append(QStringLiteral("%1-%2")
+                         .arg(row(each.at(change ? 0 : 1)))
+                         .arg(row(each.at(change ? 1 : 2))));
     }
     return spans;
 }
@@ -38,7 +38,8 @@ QStringList told(QSignalSpy& spy) {
 using Values = ListModel<std::vector<std::string>>;
 
 std::vector<Values::Column> valueColumns() {
-    return {{"value", [](const std::string& row) { return QVariant(QString::fromStdString(row)); }}};
+    return {
+        {"value", [](const std::string& row) { return QVariant(QString::fromStdString(row)); }}};
 }
 
 TEST(ListModel, TellsApartWhatCameWentAndChanged) {
@@ -65,8 +66,8 @@ TEST(ListModel, TellsApartWhatCameWentAndChanged) {
     for (const Case& each : cases) {
         SCOPED_TRACE(each.name);
         Values model(valueColumns());
-        const QAbstractItemModelTester tester(&model,
-                                              QAbstractItemModelTester::FailureReportingMode::Warning);
+        const QAbstractItemModelTester tester(
+            &model, QAbstractItemModelTester::FailureReportingMode::Warning);
         model.show(each.before);
         QSignalSpy inserted(&model, &QAbstractItemModel::rowsInserted);
         QSignalSpy removed(&model, &QAbstractItemModel::rowsRemoved);

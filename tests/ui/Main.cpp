@@ -1,9 +1,11 @@
 #include "ui/MainWindow.h"
 
-#include <QGuiApplication>
 #include <QtQml/qqmlextensionplugin.h>
-
 #include <gtest/gtest.h>
+
+#include <QGuiApplication>
+
+#include "Stage.h"
 
 Q_IMPORT_QML_PLUGIN(KelvoPlugin)
 
@@ -14,5 +16,8 @@ int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
     const QGuiApplication application(argc, argv);
     kelvo::MainWindow::prepare();
+    kelvo::test::Stage::onWarning = [](const std::string& warning) {
+        ADD_FAILURE() << "warning: " << warning;
+    };
     return RUN_ALL_TESTS();
 }

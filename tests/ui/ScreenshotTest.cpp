@@ -1,9 +1,9 @@
 // Pictures of the window in its states, for a person to look at. They are written where
 // KELVO_SCREENSHOTS names a folder; nothing compares them.
 
-#include "Stage.h"
-
 #include <gtest/gtest.h>
+
+#include "Stage.h"
 
 namespace kelvo::test {
 namespace {

@@ -1,9 +1,9 @@
 // Which sections the right pane shows in which state, and in which order.
 
-#include "Stage.h"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include "Stage.h"
 
 namespace kelvo::test {
 namespace {
@@ -41,24 +41,24 @@ TEST_F(Sections, OfEachRole) {
     stage.writeOrganisation();
     stage.open();
     stage.verify("Owner");
-    EXPECT_THAT(shown(), ElementsAre("assistant", "identity", "nextAction", "evidence",
-                                     "readiness", "os", "provenance"));
+    EXPECT_THAT(shown(), ElementsAre("assistant", "identity", "nextAction", "evidence", "readiness",
+                                     "os", "provenance"));
     stage.verify("Engineer");
     EXPECT_THAT(shown(), ElementsAre("assistant", "identity", "nextAction", "responsibilities",
                                      "os", "provenance"));
     stage.verify("Auditor");
-    EXPECT_THAT(shown(), ElementsAre("assistant", "identity", "nextAction", "auditor", "os",
-                                     "provenance"));
+    EXPECT_THAT(shown(),
+                ElementsAre("assistant", "identity", "nextAction", "auditor", "os", "provenance"));
     stage.verify("Somebody else");
-    EXPECT_THAT(shown(), ElementsAre("assistant", "identity", "nextAction", "evidence",
-                                     "readiness", "os", "provenance"));
+    EXPECT_THAT(shown(), ElementsAre("assistant", "identity", "nextAction", "evidence", "readiness",
+                                     "os", "provenance"));
 }
 
 TEST_F(Sections, TheOwnerWithoutAMeshSeesOnlyTheEvidenceSection) {
     stage.open();
     stage.verify("Owner");
-    EXPECT_THAT(shown(), ElementsAre("assistant", "identity", "nextAction", "evidence", "os",
-                                     "provenance"));
+    EXPECT_THAT(shown(),
+                ElementsAre("assistant", "identity", "nextAction", "evidence", "os", "provenance"));
 }
 
 TEST_F(Sections, APendingMeasurementComesAndGoes) {

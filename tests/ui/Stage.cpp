@@ -1,20 +1,22 @@
 #include "Stage.h"
 
+#include <QtQuickTest/quicktest.h>
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QImage>
 #include <QTest>
-
-#include <gtest/gtest.h>
+#include <algorithm>
+#include <stdexcept>
 
 namespace kelvo::test {
 namespace {
 
 QtMessageHandler previousHandler = nullptr;
 
-void failOnWarning(QtMsgType type, const QMessageLogContext& context, const QString& message) {
-    if (type == QtWarningMsg || type == QtCriticalMsg) {
-        ADD_FAILURE() << "warning: " << message.toStdString();
+void hearWarnings(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+    if ((type == QtWarningMsg || type == QtCriticalMsg) && Stage::onWarning) {
+        Stage::onWarning(message.toStdString());
     }
     if (previousHandler != nullptr) previousHandler(type, context, message);
 }
@@ -22,7 +24,13 @@ void failOnWarning(QtMsgType type, const QMessageLogContext& context, const QStr
 void collect(QQuickItem* item, QList<QQuickItem*>& found) {
     if (!item->isVisible()) return;
     found.append(item);
-    for (QQuickItem* child : item->childItems())
+    QList<QQuickItem*> children = item->childItems();
+    // A list keeps its rows in the order in which it made them.
+    if (item->parentItem() != nullptr && item->parentItem()->inherits("QQuickListView")) {
+        std::stable_sort(children.begin(), children.end(),
+                         [](const auto* a, const auto* b) { return a->y() < b->y(); });
+    }
+    for (QQuickItem* child : children)
         collect(child, found);
 }
 
@@ -39,8 +47,10 @@ std::optional<QString> pictureFolder() {
     return QString::fromUtf8(folder);
 }
 
+std::function<void(const std::string&)> Stage::onWarning;
+
 Stage::Stage() {
-    previousHandler = qInstallMessageHandler(failOnWarning);
+    previousHandler = qInstallMessageHandler(hearWarnings);
 }
 
 Stage::~Stage() {
@@ -54,9 +64,11 @@ void Stage::writeOrganisation() {
         {"CC1-ethics", 1.0, 3, "Code of conduct signed by all staff in January."},
         {"CC2-communication", 1.0, 2, "Security page and intake address published."},
         {"CC3-risk", 0.5, 4, "Risk register exists. GAP: no review since the new product line"},
-        {"CC4-monitoring", 0, 3, "Log retention is set. GAP: no monthly control review is recorded"},
+        {"CC4-monitoring", 0, 3,
+         "Log retention is set. GAP: no monthly control review is recorded"},
         {"CC5-policies", 1.0, 3, "Policy set approved by the owner."},
-        {"CC6-access", 0, 5, "Single sign-on for all services. GAP: quarterly access review missing"},
+        {"CC6-access", 0, 5,
+         "Single sign-on for all services. GAP: quarterly access review missing"},
         {"CC6-device-security", 0, 4, "Laptops are company owned. GAP: posture is not verified"},
         {"CC7-incidents", 0.5, 4, "On-call rota exists. GAP: incident response plan is not tested"},
         {"CC7-vulnerabilities", 1.0, 3, "Weekly dependency scan."},
@@ -113,6 +125,7 @@ void Stage::settle() {
         QCoreApplication::processEvents();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         world.eventLoop.drain();
+        QQuickTest::qWaitForPolish(&window());
     }
 }
 
@@ -145,19 +158,24 @@ QQuickItem* Stage::control(const QString& label) {
 QStringList Stage::texts(QQuickItem* root) {
     QStringList found;
     for (QQuickItem* item : items(root)) {
-        const QString label = labelOf(item);
+        const bool words = item->inherits("QQuickText") || item->inherits("QQuickTextEdit") ||
+                           item->inherits("QQuickTextInput") ||
+                           item->inherits("QQuickAbstractButton");
+        const QString label = words ? labelOf(item) : QString();
         if (!label.isEmpty()) found.append(label);
     }
     return found;
 }
 
 void Stage::click(QQuickItem* item) {
-    ASSERT_NE(item, nullptr);
+    if (item == nullptr) throw std::runtime_error("there is no such control to click");
     item->forceActiveFocus();
     settle();
     const QPoint middle =
         item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint();
-    ASSERT_TRUE(QRect(QPoint(), window().size()).contains(middle));
+    if (!QRect(QPoint(), window().size()).contains(middle)) {
+        throw std::runtime_error("the control to click is out of view");
+    }
     QTest::mouseClick(&window(), Qt::LeftButton, Qt::NoModifier, middle);
     settle();
 }
@@ -178,7 +196,9 @@ void Stage::save(const QString& name) {
     if (!folder) return;
     QDir().mkpath(*folder);
     const QImage picture = window().grabWindow();
-    EXPECT_TRUE(picture.save(*folder + "/" + name + ".png"));
+    if (!picture.save(*folder + "/" + name + ".png")) {
+        throw std::runtime_error("a picture cannot be written");
+    }
 }
 
 } // namespace kelvo::test

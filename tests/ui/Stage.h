@@ -8,16 +8,18 @@
 #include <QQuickWindow>
 #include <QString>
 #include <QStringList>
-
+#include <functional>
 #include <memory>
 #include <optional>
 
 namespace kelvo::test {
 
-/// The real window on the real engine of a world, without a display. Whatever the toolkit or the
-/// QML files warn about meanwhile is a failure of the test.
+/// The real window on the real engine of a world, without a display.
 class Stage {
 public:
+    /// Gets every warning of the toolkit and of the QML files while a stage lives.
+    static std::function<void(const std::string&)> onWarning;
+
     Stage();
     ~Stage();
 
@@ -25,7 +27,7 @@ public:
     void writeOrganisation();
     /// Starts the engine on what the world's directories hold, and opens the window.
     void open(int width = 1440, int height = 900);
-    /// Proves the person's identity with `role`, without the window.
+    /// Proves the person's identity with `role`, without the window's controls.
     void verify(const std::string& role);
 
     EngineVM& engine() { return world.engine(); }
@@ -47,7 +49,7 @@ public:
     QStringList texts(QQuickItem* root = nullptr);
     bool shows(const QString& text) { return texts().contains(text); }
 
-    /// Brings the item into view and clicks its middle.
+    /// Brings the item into view and clicks its middle. Throws where that is not possible.
     void click(QQuickItem* item);
     void click(const QString& label) { click(control(label)); }
     void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);

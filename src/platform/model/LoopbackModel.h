@@ -59,7 +59,7 @@ public:
     /// Who answers, for the window: "built-in", or the server and its model.
     std::string modelLine() const;
 
-signals:
+Q_SIGNALS:
     void modelLineChanged();
 
 private:

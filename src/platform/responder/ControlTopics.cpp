@@ -94,9 +94,9 @@ constexpr std::array topics = {
     ControlTopic{"logging and monitoring", "CC7",
                  "logs logging log monitoring siem detection alerts alerting vulnerability vuln "
                  "operations",
-                 "audit log, audit event, audit trail, siem, log retention, logging, security "
-                 "monitoring, alert rule, alerting, intrusion detection, anomaly, anomalies, "
-                 "security alert, cloudtrail, dashboards, log aggregation, threshold",
+                 "audit log, audit event, audit trail, siem, log retention, security "
+                 "monitoring, alert rule, intrusion detection, anomaly, anomalies, "
+                 "security alert, cloudtrail, log aggregation, threshold",
                  "log, alert, monitor, event, detect, retention, dashboard, page, metric, sink, "
                  "triage, notify, error rate"},
     ControlTopic{"vulnerability management", "CC7",

@@ -102,8 +102,8 @@ void CriterionRanking::addProfile(std::size_t criterion, std::string_view id,
                        return familyOf(other) == family &&
                               namesTopic(stems_, idWords(stems_, other), topic);
                    })) {
-            // What no criterion of the family claims belongs to all of them.
-            share = 1.0 / siblings;
+            // What no criterion of the family claims belongs to all of them, and thinly to each.
+            share = 1.0 / (siblings * siblings);
         }
         if (share == 0.0) continue;
         addVocabulary(criterion, topic.strong, share * strongWeight);

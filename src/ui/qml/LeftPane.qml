@@ -135,6 +135,34 @@ Page {
                         }
                     }
                 }
+                TracePicture {
+                    Accessible.name: "Dissipation rate and states over totem-time"
+                    Accessible.role: Accessible.Chart
+                    Layout.fillWidth: true
+                    engine: pane.engine
+                    implicitHeight: Theme.length(170)
+                    inkColor: Theme.text
+                    limitColor: Theme.open
+                    lineColor: Theme.line
+                    quietColor: Theme.secondary
+                    rateColor: Theme.accent
+                    stateColor: Theme.met
+                    textSize: Theme.small
+                }
+                BondGraphPicture {
+                    Accessible.name: description
+                    Accessible.role: Accessible.Graphic
+                    Layout.fillWidth: true
+                    engine: pane.engine
+                    implicitHeight: Theme.length(width > 360 ? 240 : 190)
+                    inkColor: Theme.text
+                    quietColor: Theme.tertiary
+                    resistorColor: Theme.open
+                    sourceColor: Theme.accent
+                    storageColor: Theme.met
+                    surfaceColor: Theme.card
+                    textSize: Theme.body
+                }
             }
             Card {
                 heading: "Chain"

@@ -72,7 +72,8 @@ Page {
         id: scroller
 
         anchors.fill: parent
-        contentHeight: form.height + pane.margin + (reminder.visible ? reminder.height : 0)
+        contentHeight: form.height + pane.margin + covered
+        covered: pane.engine.nextAction === "" ? 0 : reminder.height
         objectName: "rightScroller"
 
         ColumnLayout {

@@ -6,6 +6,10 @@ import Kelvo
 Flickable {
     id: scroller
 
+    // What lies over the pane's lower end.
+    property real covered: 0
+    readonly property real clear: height - covered
+
     function reveal(item: Item) {
         for (let up = item; up !== scroller.contentItem; up = up.parent) {
             if (!up)
@@ -15,12 +19,12 @@ Flickable {
         const room = Theme.l;
         if (box.y - room < contentY)
             contentY = Math.max(0, box.y - room);
-        else if (box.y + Math.min(box.height, height - 2 * room) + room > contentY + height)
-            contentY = Math.min(contentHeight - height, box.y + box.height + room - height);
+        else if (box.y + Math.min(box.height, clear - 2 * room) + room > contentY + clear)
+            contentY = Math.min(contentHeight - height, box.y + box.height + room - clear);
     }
 
     function turn(pages: real) {
-        contentY = Math.max(0, Math.min(contentHeight - height, contentY + pages * height));
+        contentY = Math.max(0, Math.min(contentHeight - height, contentY + pages * clear));
     }
 
     boundsBehavior: Flickable.StopAtBounds

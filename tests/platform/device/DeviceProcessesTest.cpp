@@ -64,7 +64,8 @@ TEST(DeviceProcesses, ANeglectedLaptopReadsInsecureInAllFiveFacts) {
 }
 
 TEST(DeviceProcesses, AMachineThatShowsNothingReadsUnknown) {
-    RecordedMachine recorded({{"/sys/firmware/efi/", ""}, {"/sys/kernel/security/lockdown/", ""}});
+    RecordedMachine recorded(
+        test::Tree{{"/sys/firmware/efi/", ""}, {"/sys/kernel/security/lockdown/", ""}});
     DeviceProcesses processes(recorded.session, recorded.commands);
     EXPECT_THAT(values(OSSnapshot::read(processes)), ::testing::Each("unknown"));
 }

@@ -389,6 +389,8 @@ TEST(LoopbackModel, GoesQuietlyWithRequestsInEveryStage) {
     model.reset();
 
     model = std::make_unique<LoopbackModel>(builtIn(), patient({server.port()}));
+    for (auto& [path, reply] : server.lists)
+        reply.fault = Fault::silence;
     const auto before = server.http().requests.size();
     model->respond(wordRequest(), count); // looking for a server
     ASSERT_TRUE(eventually([&] { return server.http().requests.size() > before; }));

@@ -1,0 +1,118 @@
+// The composition root: the real platform behind every port, the one engine, the one window.
+
+#include "engine/EngineVM.h"
+#include "ui/Appearance.h"
+#include "ui/DialogFilePanel.h"
+#include "ui/EngineView.h"
+#include "ui/MainWindow.h"
+
+#include <QtQml/qqmlextensionplugin.h>
+
+#include <QDir>
+#include <QFile>
+#include <QGuiApplication>
+#include <QIcon>
+#include <cstdio>
+#include <memory>
+#include <optional>
+#include <utility>
+
+#include "app/SingleInstance.h"
+#include "desktop/DesktopNotifications.h"
+#include "desktop/PamAuthentication.h"
+#include "desktop/QtEventLoop.h"
+#include "desktop/QtTicker.h"
+#include "desktop/SystemAccount.h"
+#include "desktop/SystemClock.h"
+#include "device/DeviceProcesses.h"
+#include "model/LoopbackModel.h"
+#include "pdf/PopplerPdfText.h"
+#include "responder/BuiltInResponder.h"
+
+Q_IMPORT_QML_PLUGIN(KelvoPlugin)
+
+namespace kelvo {
+namespace {
+
+const QString applicationId = QStringLiteral("org.kelvo.Soc2");
+
+/// What the built-in responder may draw on: the mesh as it is, and the control families.
+GroundTexts groundTexts() {
+    const EngineVM& engine = EngineVM::shared();
+    GroundTexts ground;
+    if (*engine.mesh) {
+        for (const SOC2Mesh::Node& node : (*engine.mesh)->nodes)
+            ground.criteria.push_back({node.id, node.evidence});
+    }
+    for (const SOC2Template& family : engine.templates()) {
+        ground.families.push_back(
+            {family.id, family.title, family.criterionText, family.policy, family.evidence});
+    }
+    return ground;
+}
+
+/// The platform behind the engine's ports, for as long as the program runs.
+struct Platform {
+    SystemClock clock;
+    QtTicker ticker;
+    QtEventLoop eventLoop;
+    SystemAccount account;
+    DesktopNotifications notifications{QStringLiteral("Kelvo SOC2 Engine"), applicationId};
+    DialogFilePanel filePanel;
+    PopplerPdfText pdfText;
+    device::DeviceProcesses processes;
+    BuiltInResponder responder{groundTexts};
+    LoopbackModel model{[this](const ModelRequest& request) { return responder.respond(request); }};
+};
+
+int run(int argc, char** argv) {
+    // Before any other thread: it clears variables that could mislead a PAM module.
+    std::optional<PamAuthentication> authentication(std::in_place);
+    QGuiApplication application(argc, argv);
+    QGuiApplication::setApplicationName(QStringLiteral("kelvo-soc2"));
+    QGuiApplication::setApplicationDisplayName(QStringLiteral("Kelvo SOC2 Engine"));
+    QGuiApplication::setDesktopFileName(applicationId);
+    QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/kelvo/org.kelvo.Soc2.svg")));
+    MainWindow::prepare();
+
+    SingleInstance instance(applicationId);
+    if (!instance.isFirst()) {
+        instance.activateFirst();
+        return 0;
+    }
+
+    Platform platform;
+    EngineVM::provideShared([&] {
+        const Ports ports{platform.clock,     platform.ticker,  platform.eventLoop,
+                          platform.account,   *authentication,  platform.notifications,
+                          platform.filePanel, platform.pdfText, platform.processes,
+                          platform.model};
+        const auto home = QFile::encodeName(QDir::homePath()).toStdString();
+        return std::make_unique<EngineVM>(ports, Directories::below(home));
+    });
+    Notify(platform.notifications).requestAuth();
+    EngineView view(EngineVM::shared());
+    MainWindow window(view);
+    if (window.window() == nullptr) {
+        std::fputs("The window cannot be opened; the lines above say why.\n", stderr);
+        return 1;
+    }
+
+    Appearance appearance;
+    const auto follow = [&] { window.setDark(appearance.dark()); };
+    QObject::connect(&appearance, &Appearance::changed, &application, follow);
+    follow();
+    QObject::connect(&instance, &SingleInstance::activated, &application,
+                     [&window] { window.raise(); });
+    const int code = QGuiApplication::exec();
+    // Its prompt's engine must not outlive the application object.
+    authentication.reset();
+    return code;
+}
+
+} // namespace
+} // namespace kelvo
+
+int main(int argc, char** argv) {
+    return kelvo::run(argc, argv);
+}
