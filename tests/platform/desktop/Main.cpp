@@ -3,7 +3,7 @@
 #include <QGuiApplication>
 
 /// libpam keeps a little memory of each transaction that it cannot start.
-extern "C" const char* __lsan_default_suppressions(); // NOLINT(bugprone-reserved-identifier)
+extern "C" const char* __lsan_default_suppressions();  // NOLINT(bugprone-reserved-identifier)
 extern "C" const char* __lsan_default_suppressions() { // NOLINT(bugprone-reserved-identifier)
     return "leak:libpam.so";
 }
