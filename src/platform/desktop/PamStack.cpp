@@ -40,7 +40,8 @@ public:
 
     bool valid() const { return answers_ != nullptr; }
     bool set(int index, std::string_view text) {
-        answers_[index].resp = ::strndup(text.data(), text.size());
+        // An empty view may have no address at all.
+        answers_[index].resp = text.empty() ? ::strdup("") : ::strndup(text.data(), text.size());
         return answers_[index].resp != nullptr;
     }
     pam_response* release() { return std::exchange(answers_, nullptr); }

@@ -30,19 +30,16 @@ TEST(QtTicker, NeverTicksFasterThanSixtyTimesASecond) {
 TEST(QtTicker, DropsTheTicksThatABusyProgramMissed) {
     QtTicker ticker;
     QEventLoop loop;
-    int ticks = 0;
     QElapsedTimer elapsed;
-    qint64 firstAfterPause = 0;
-    ticker.start([&] {
-        ++ticks;
-        if (ticks == 1) QThread::msleep(300);
-        if (ticks == 2) firstAfterPause = elapsed.nsecsElapsed();
-        if (ticks == 5) loop.quit();
-    });
+    int ticks = 0;
     elapsed.start();
+    ticker.start([&] {
+        if (++ticks == 1) QThread::msleep(300);
+        if (elapsed.elapsed() >= 600) loop.quit();
+    });
     loop.exec();
-    // A burst would come at once; three more periods take at least two, less what a timer rounds.
-    EXPECT_GE(elapsed.nsecsElapsed() - firstAfterPause, 30'000'000);
+    // One tick before the pause and one overdue after it; a slow machine only makes fewer.
+    EXPECT_LE(ticks, 3 + (elapsed.elapsed() - 300) * 60 / 1000);
 }
 
 TEST(QtTicker, StopsAndRestartsAlsoFromInsideATick) {
