@@ -27,8 +27,8 @@ struct Decisive {
     std::optional<std::string_view> criterion;
 
     std::optional<std::string_view> closed() const {
-        const bool closes = sourceDb == "control" && gateAfter == 1.0 &&
-                            evidenceRoot.value_or(std::string_view()) != std::string_view();
+        const bool evidenced = evidenceRoot && !evidenceRoot->empty();
+        const bool closes = sourceDb == "control" && gateAfter == 1.0 && evidenced;
         return closes ? criterion : std::nullopt;
     }
 };

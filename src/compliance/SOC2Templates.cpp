@@ -135,6 +135,7 @@ std::vector<SOC2Template> build() {
          {"BCP/DR plan + test", "vendor inventory", "vendor risk assessments"}},
     };
     std::vector<SOC2Template> templates;
+    templates.reserve(rows.size());
     for (const Row& row : rows) {
         templates.push_back({row.id, row.title, row.controls,
                              familyGraph(row.id, row.controls, row.gap), row.criterionText,

@@ -39,7 +39,8 @@ std::optional<std::string> closedBySlowReading(std::string_view text) {
     if (member("sourceDb") != "control") return std::nullopt;
     if (!member("gate_after").is_number() || member("gate_after").get<double>() != 1.0)
         return std::nullopt;
-    if (!member("evidence_root").is_string() || member("evidence_root") == "") return std::nullopt;
+    const Json& root = member("evidence_root");
+    if (!root.is_string() || root.get<std::string>().empty()) return std::nullopt;
     if (!member("criterion").is_string()) return std::nullopt;
     return member("criterion").get<std::string>();
 }

@@ -21,6 +21,7 @@ SOC2Mesh meshOf(std::vector<SOC2Mesh::Node> nodes) {
 
 std::vector<std::string> idsOf(const std::vector<SOC2Mesh::Node>& nodes) {
     std::vector<std::string> ids;
+    ids.reserve(nodes.size());
     for (const auto& node : nodes)
         ids.push_back(node.id);
     return ids;

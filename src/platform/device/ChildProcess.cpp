@@ -49,6 +49,7 @@ int millisecondsUntil(Deadline deadline) {
 
 std::vector<char*> pointersTo(std::vector<std::string>& texts) {
     std::vector<char*> pointers;
+    pointers.reserve(texts.size() + 1);
     for (std::string& text : texts)
         pointers.push_back(text.data());
     pointers.push_back(nullptr);
@@ -141,7 +142,7 @@ bool collect(pid_t child, int handle, Deadline deadline) {
 
 ChildProcess::ChildProcess(const Environment& environment) {
     for (const auto& [name, value] : environment)
-        environment_.push_back(name + "=" + value);
+        environment_.emplace_back(name).append("=").append(value);
 }
 
 ChildProcess::~ChildProcess() {

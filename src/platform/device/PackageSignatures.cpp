@@ -53,7 +53,7 @@ Finding ofEachFile(const Machine& machine, const std::string& folder, std::strin
     Finding result = Finding::secure;
     for (const std::string& name : *names) {
         if (!name.ends_with(ending)) continue;
-        const auto text = machine.read(folder + "/" + name);
+        const auto text = machine.read(std::string(folder).append("/").append(name));
         result = allOf({result, text ? judge(*text) : Finding::unknown});
     }
     return result;

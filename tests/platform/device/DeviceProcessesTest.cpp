@@ -17,6 +17,7 @@ using ::testing::AnyOf;
 
 std::vector<std::string> values(const std::vector<OSFact>& facts) {
     std::vector<std::string> result;
+    result.reserve(facts.size());
     for (const OSFact& fact : facts)
         result.push_back(fact.value);
     return result;

@@ -18,7 +18,7 @@ void addDevice(Tree& tree, const std::string& name, const std::string& number,
     tree["/sys/class/block/" + name] = "-> ../../devices/virtual/block/" + name;
     tree["/sys/dev/block/" + number] = "-> ../../devices/virtual/block/" + name;
     for (const std::string& slave : slaves)
-        tree[folder + "/slaves/" + slave] = "-> ../../" + slave;
+        tree[std::string(folder).append("/slaves/").append(slave)] = "-> ../../" + slave;
     if (!uuid.empty()) tree[folder + "/dm/uuid"] = uuid + "\n";
     if (!mapperName.empty()) tree[folder + "/dm/name"] = mapperName + "\n";
 }
