@@ -49,6 +49,10 @@ void BondGraphItem::takeModel() {
     update();
 }
 
+int BondGraphItem::nodeCount() const {
+    return space() == nullptr ? 0 : static_cast<int>(space()->graph().nodes.size());
+}
+
 QString BondGraphItem::description() const {
     if (space() == nullptr) return {};
     const BondGraph& graph = space()->graph();
@@ -85,7 +89,7 @@ void BondGraphItem::paint(QPainter* painter) {
     const auto centre = [&](std::int64_t node) {
         return origin + layout_.nodes[static_cast<std::size_t>(node)] * scale;
     };
-    const double radius = layoutRadius * scale * 0.8;
+    const double radius = layoutRadius * scale * 0.64;
 
     const std::vector<double> carried = powers();
     for (const double power : carried)
@@ -97,15 +101,17 @@ void BondGraphItem::paint(QPainter* painter) {
         if (whole <= 2 * gap) continue;
         const Ends ends{line.pointAt(gap / whole), line.pointAt(1 - gap / whole)};
         paintBond(*painter, graph.bonds[i], ends,
-                  greatestPower_ > 0 ? carried[i] / greatestPower_ : 0);
+                  greatestPower_ > 0 ? carried[i] / greatestPower_ : 0,
+                  std::min(textSize_, 1.2 * radius));
     }
     for (std::size_t i = 0; i < graph.nodes.size(); ++i)
         paintNode(*painter, graph.nodes[i], centre(static_cast<std::int64_t>(i)), radius);
 }
 
-void BondGraphItem::paintBond(QPainter& painter, const Bond& bond, Ends ends, double share) const {
+void BondGraphItem::paintBond(QPainter& painter, const Bond& bond, Ends ends, double share,
+                              double size) const {
     const double weight = std::sqrt(share); // small powers stay visible beside large ones
-    const double pen = textSize_ / 10 * (1 + 1.6 * weight);
+    const double pen = size / 10 * (1 + 1.6 * weight);
     const auto mix = [weight](float low, float high) {
         return low + (high - low) * static_cast<float>(weight);
     };
@@ -118,14 +124,14 @@ void BondGraphItem::paintBond(QPainter& painter, const Bond& bond, Ends ends, do
     const QLineF along(ends.from, ends.to);
     const QPointF step(along.dx() / along.length(), along.dy() / along.length());
     const QPointF aside(step.y(), -step.x());
-    const double barb = textSize_ * 0.55;
+    const double barb = size * 0.55;
     const QPointF tip = bond.powerAToB ? ends.to : ends.from;
     const QPointF back = bond.powerAToB ? -step : step;
     painter.drawLine(tip, tip + back * barb + aside * barb * 0.7);
 
     if (bond.causality == Causality::unset) return;
     const QPointF stroked = bond.causality == Causality::aSetsEffort ? ends.to : ends.from;
-    painter.setPen(QPen(ink_, textSize_ / 7, Qt::SolidLine, Qt::FlatCap));
+    painter.setPen(QPen(ink_, size / 7, Qt::SolidLine, Qt::FlatCap));
     painter.drawLine(stroked + aside * barb * 0.75, stroked - aside * barb * 0.75);
 }
 

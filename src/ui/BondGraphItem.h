@@ -26,12 +26,14 @@ class BondGraphItem : public QQuickPaintedItem {
     Q_PROPERTY(QColor storageColor MEMBER storage_ NOTIFY changed)
     Q_PROPERTY(QColor resistorColor MEMBER resistor_ NOTIFY changed)
     Q_PROPERTY(double textSize MEMBER textSize_ NOTIFY changed)
+    Q_PROPERTY(int nodeCount READ nodeCount NOTIFY modelChanged)
     Q_PROPERTY(QString description READ description NOTIFY modelChanged)
 
 public:
     explicit BondGraphItem(QQuickItem* parent = nullptr);
 
     void setEngine(EngineView* view);
+    int nodeCount() const;
     /// The graph in words, for those who do not see it.
     QString description() const;
     void paint(QPainter* painter) override;
@@ -50,7 +52,7 @@ private:
     void takeModel();
     std::vector<double> powers() const;
     QColor tint(NodeKind kind) const;
-    void paintBond(QPainter& painter, const Bond& bond, Ends ends, double share) const;
+    void paintBond(QPainter& painter, const Bond& bond, Ends ends, double share, double size) const;
     void paintNode(QPainter& painter, const Node& node, QPointF centre, double radius) const;
 
     EngineView* view_ = nullptr;

@@ -38,6 +38,7 @@ GraphLayout layOut(const BondGraph& graph) {
     const std::unique_ptr<Agraph_t, int (*)(Agraph_t*)> drawing(
         agopen(text("bonds"), Agdirected, nullptr), agclose);
     agattr(drawing.get(), AGRAPH, text("overlap"), text("false"));
+    agattr(drawing.get(), AGRAPH, text("overlap_scaling"), text("0"));
     agattr(drawing.get(), AGRAPH, text("splines"), text("false"));
     agattr(drawing.get(), AGRAPH, text("sep"), text("+6"));
     agattr(drawing.get(), AGRAPH, text("ranksep"), text("0.35"));

@@ -124,7 +124,7 @@ void Symbols::paint(QPainter& painter, const QString& name, const QColor& tint, 
     const Drawing* drawing = find(name);
     if (drawing == nullptr || box.isEmpty()) return;
     // The cut must not reach through to what lies under the symbol, hence a picture of its own.
-    const double scale = painter.device()->devicePixelRatio();
+    const double scale = std::max(1.0, painter.deviceTransform().m11());
     QImage picture((box.size() * scale).toSize(), QImage::Format_ARGB32_Premultiplied);
     picture.fill(Qt::transparent);
     {

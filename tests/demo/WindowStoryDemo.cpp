@@ -41,7 +41,9 @@ public:
         expect(stage_.engine().principal->has_value(), "the identity was not verified");
         page("2-identity", "The owner's identity is verified (presence simulated)");
 
-        stage_.world.filePanel.choice = examples_ / "evidence" / "access-review-2026-q1.md";
+        stage_.world.filePanel.choice =
+            stage_.world.write("device-inventory.csv", "laptop,encrypted,firewall,screen lock\n"
+                                                       "larkspur-01,yes,yes,5 min\n");
         const double before = *stage_.engine().readiness;
         stage_.click("Close with evidence");
         expect(*stage_.engine().readiness > before, "readiness did not rise");

@@ -105,6 +105,17 @@ TEST_F(Screenshots, OfEvidenceAndADraft) {
     picture("evidence");
 }
 
+TEST_F(Screenshots, OfAllControlFamilies) {
+    stage.writeOrganisation();
+    stage.open(1440, 900);
+    for (const SOC2Template& family : stage.engine().templates())
+        stage.engine().adopt(family);
+    stage.engine().play();
+    stage.world.ticker.fire(120);
+    stage.settle();
+    picture("families");
+}
+
 TEST_F(Screenshots, OfTheOtherRoles) {
     stage.writeOrganisation();
     stage.open(1440, 900);

@@ -154,7 +154,7 @@ Page {
                     Accessible.role: Accessible.Graphic
                     Layout.fillWidth: true
                     engine: pane.engine
-                    implicitHeight: Theme.length(width > 360 ? 240 : 190)
+                    implicitHeight: Math.min(width, Theme.length(190 + 6 * nodeCount))
                     inkColor: Theme.text
                     quietColor: Theme.tertiary
                     resistorColor: Theme.open
