@@ -234,7 +234,7 @@ std::optional<std::string> studioModel(std::string_view models) {
     for (const Json& entry : entries(models, "data")) {
         const std::string state = text(member(&entry, "state"));
         if (state.empty() || text(member(&entry, "type")) == "embeddings") continue;
-        const auto id = usableName(text(member(&entry, "id")));
+        auto id = usableName(text(member(&entry, "id")));
         if (!id) continue;
         if (state == "loaded") return id;
         if (!first) first = id;

@@ -10,7 +10,8 @@ namespace kelvo {
 void Exchange::Later::operator()(QNetworkReply* reply) const {
     // It may be on the stack: an exchange can end inside one of its reply's signals.
     reply->disconnect();
-    if (!reply->isFinished()) reply->abort();
+    // One that has failed by itself ends by itself; aborting it would make it fail twice.
+    if (!reply->isFinished() && reply->error() == QNetworkReply::NoError) reply->abort();
     reply->deleteLater();
 }
 
@@ -24,7 +25,7 @@ Exchange::Exchange(LoopbackAccess& access, const QUrl& url, const std::optional<
     } else {
         reply_.reset(access.get(request));
     }
-    reply_->setReadBufferSize(64 * 1024);
+    reply_->setReadBufferSize(qint64{64} * 1024);
     connect(reply_.get(), &QNetworkReply::metaDataChanged, this, &Exchange::begun);
     connect(reply_.get(), &QNetworkReply::readyRead, this, &Exchange::read);
     connect(reply_.get(), &QNetworkReply::finished, this, &Exchange::finished);

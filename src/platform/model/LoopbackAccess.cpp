@@ -21,8 +21,7 @@ public:
         setError(ProtocolUnknownError, QStringLiteral("not an address of this machine"));
         open(QIODevice::ReadOnly);
         setFinished(true);
-        QMetaObject::invokeMethod(
-            this, [this] { emit finished(); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, "finished", Qt::QueuedConnection);
     }
 
     void abort() override {}

@@ -164,15 +164,15 @@ void LoopbackModel::respond(const ModelRequest& request, Done done) {
 }
 
 void LoopbackModel::cancel() {
-    std::vector<Done> dones;
     for (const std::unique_ptr<Call>& call : calls_)
-        dones.push_back(call->takeDone());
+        cancelled_.push_back(call->takeDone());
     calls_.clear();
-    if (dones.empty()) return;
-    QTimer::singleShot(0, this, [dones = std::move(dones)] {
-        for (const Done& done : dones)
-            done(tl::unexpected(ModelFailure{"cancelled"}));
-    });
+    QMetaObject::invokeMethod(this, "tellCancelled", Qt::QueuedConnection);
+}
+
+void LoopbackModel::tellCancelled() {
+    for (const Done& done : std::exchange(cancelled_, {}))
+        done(tl::unexpected(ModelFailure{"cancelled"}));
 }
 
 void LoopbackModel::refresh() {

@@ -62,6 +62,9 @@ public:
 Q_SIGNALS:
     void modelLineChanged();
 
+private slots:
+    void tellCancelled();
+
 private:
     class Call;
     using Found = std::function<void(std::optional<ModelServer>)>;
@@ -78,6 +81,7 @@ private:
     std::unique_ptr<Discovery> discovery_;
     std::vector<Found> waiting_; ///< for the discovery that is under way
     std::vector<std::unique_ptr<Call>> calls_;
+    std::vector<Done> cancelled_; ///< still to be told
 };
 
 } // namespace kelvo
