@@ -58,6 +58,15 @@ TEST_F(Chat, AQuestionIsAnsweredFromTheLiveState) {
     EXPECT_THAT(world.transcript(), ElementsAre("proposed none")) << "a proposal runs once";
 }
 
+TEST_F(Chat, AStepForACriterionThatWasClosedMeanwhileIsNotProposed) {
+    EngineVM& vm = start();
+    vm.askAssistant("draft the access policy");
+    world.eventLoop.drain();
+    vm.attestRoleControl({"CC6-access", "Review", "attest"});
+    world.model.answer(answer("Sure.", "generate:CC6-access"));
+    EXPECT_FALSE(vm.proposedActionName().has_value());
+}
+
 TEST_F(Chat, ABlankQuestionChangesNothing) {
     EngineVM& vm = start();
     vm.askAssistant(" \n\t\u00A0");

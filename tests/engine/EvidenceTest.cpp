@@ -182,6 +182,18 @@ TEST_F(Evidence, TheLastMappingToArriveStaysStaged) {
     EXPECT_EQ((*vm.evidenceProposal)->name, "rev.md");
 }
 
+TEST_F(Evidence, WhatWasClosedWhileTheModelReadIsNotSealedAgain) {
+    EngineVM& vm = start();
+    vm.addEvidence();
+    world.eventLoop.drain();
+    vm.closeGap("A");
+    world.model.answer(R"({"criteria":["A"],"summary":"s"})");
+    EXPECT_THAT((*vm.evidenceProposal)->criteria, ElementsAre("A"));
+    vm.confirmEvidence({"A"});
+    EXPECT_EQ(*vm.status, "Nothing sealed — selected criteria already met.");
+    EXPECT_EQ(vm.totems->size(), 2U);
+}
+
 TEST_F(Evidence, WithoutAMeshTheModelIsAskedButNothingCanBeConfirmed) {
     EngineVM& vm = world.start();
     world.filePanel.choice = world.write("rev.md", "access reviews");
