@@ -62,7 +62,7 @@ public:
 Q_SIGNALS:
     void modelLineChanged();
 
-private slots:
+private Q_SLOTS:
     void tellCancelled();
 
 private:
