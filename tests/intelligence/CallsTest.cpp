@@ -19,15 +19,15 @@ struct Call {
 const std::vector<Call>& complianceCalls() {
     static const std::vector<Call> calls = {
         {"mapEvidence", R"({"criteria":[],"summary":""})",
-         [](LanguageModel& model, std::function<void(bool)> done) {
+         [](LanguageModel& model, const std::function<void(bool)>& done) {
              EvidenceMapper::mapEvidence(model, "", {}, [done](auto r) { done(r.has_value()); });
          }},
         {"PolicyGen", "text",
-         [](LanguageModel& model, std::function<void(bool)> done) {
+         [](LanguageModel& model, const std::function<void(bool)>& done) {
              PolicyGen::generate(model, "", "", "", [done](auto r) { done(r.has_value()); });
          }},
         {"Assistant", R"({"answer":"","action":""})",
-         [](LanguageModel& model, std::function<void(bool)> done) {
+         [](LanguageModel& model, const std::function<void(bool)>& done) {
              Assistant::ask(model, "", "", [done](auto r) { done(r.has_value()); });
          }},
     };

@@ -6,9 +6,7 @@
 namespace kelvo {
 namespace {
 
-using ::testing::ElementsAre;
 using ::testing::HasSubstr;
-using ::testing::IsEmpty;
 
 struct Field {
     const char* name;

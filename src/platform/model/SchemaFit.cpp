@@ -11,8 +11,9 @@ std::optional<std::string> misfit(const Json& value, const Json& schema, const s
     if (type == "number" && !value.is_number()) return path + " is no number";
     if (type == "array") {
         if (!value.is_array()) return path + " is no list";
+        const std::string each = path + "[]";
         for (const Json& element : value) {
-            if (auto wrong = misfit(element, schema.at("items"), path + "[]")) return wrong;
+            if (auto wrong = misfit(element, schema.at("items"), each)) return wrong;
         }
     }
     if (type == "object") {
@@ -24,7 +25,9 @@ std::optional<std::string> misfit(const Json& value, const Json& schema, const s
             const auto member = value.find(name);
             // null for a member that may be absent counts as absent.
             if (member == value.end() || member->is_null()) continue;
-            if (auto wrong = misfit(*member, inner, path + "." + name)) return wrong;
+            std::string memberPath = path;
+            memberPath.append(".").append(name);
+            if (auto wrong = misfit(*member, inner, memberPath)) return wrong;
         }
         for (const Json& name : schema.at("required")) {
             if (value.at(name.get<std::string>()).is_null())
