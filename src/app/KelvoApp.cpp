@@ -92,6 +92,12 @@ int run(int argc, char** argv) {
     });
     Notify(platform.notifications).requestAuth();
     EngineView view(EngineVM::shared());
+    const auto showModel = [&] {
+        view.setModelLine(QString::fromStdString(platform.model.modelLine()));
+    };
+    QObject::connect(&platform.model, &LoopbackModel::modelLineChanged, &view, showModel);
+    showModel();
+    platform.model.refresh();
     MainWindow window(view);
     if (window.window() == nullptr) {
         std::fputs("The window cannot be opened; the lines above say why.\n", stderr);

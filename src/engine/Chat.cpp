@@ -29,11 +29,15 @@ void EngineVM::askAssistant(const std::string& question) {
     assistantBusy.set(true);
     propose({});
     appendChat("you", asked);
-    start([this, asked, context = assistantContext()] {
+    const auto work = beginModelWork("Answering your question");
+    start([this, work, asked, context = assistantContext()] {
         Assistant::ask(
             ports_.model, asked, context,
-            [this, asked, resume = resumption()](std::optional<AssistantReply> answer) {
-                resume([this, asked, answer = std::move(answer)] { takeAnswer(asked, answer); });
+            [this, work, asked, resume = resumption()](std::optional<AssistantReply> answer) {
+                resume([this, work, asked, answer = std::move(answer)] {
+                    endModelWork(work);
+                    takeAnswer(asked, answer);
+                });
             });
     });
 }

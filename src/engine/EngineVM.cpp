@@ -4,6 +4,7 @@
 #include "base/Time.h"
 #include "base/Uuid.h"
 
+#include <algorithm>
 #include <cassert>
 #include <utility>
 
@@ -162,6 +163,25 @@ std::function<void(std::function<void()>)> EngineVM::resumption() {
         const auto engine = life.lock();
         if (engine) (*engine)->queue_.submit(std::move(continuation));
     };
+}
+
+std::uint64_t EngineVM::beginModelWork(std::string title) {
+    std::vector<ModelWork> work = *modelWork;
+    work.push_back({++modelWorkBegun_, std::move(title)});
+    modelWork.set(std::move(work));
+    return modelWorkBegun_;
+}
+
+void EngineVM::endModelWork(std::uint64_t id) {
+    std::vector<ModelWork> work = *modelWork;
+    work.erase(std::remove_if(work.begin(), work.end(),
+                              [id](const ModelWork& each) { return each.id == id; }),
+               work.end());
+    modelWork.set(std::move(work));
+}
+
+void EngineVM::cancelModelWork() {
+    ports_.model.cancel();
 }
 
 void EngineVM::refuse(std::string statusText, std::string_view event, Json fields) {

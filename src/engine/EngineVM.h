@@ -101,6 +101,7 @@ public:
     Published<std::optional<GeneratedDoc>> generatedDoc;
     Published<std::vector<OSFact>> osFacts;
     Published<std::optional<Progress>> progress; ///< long work that is under way, if any
+    Published<std::vector<ModelWork>> modelWork; ///< what the model is at, oldest first
 
     // --- State that is not -----------------------------------------------------------------------
 
@@ -188,6 +189,8 @@ public:
     std::optional<std::string> proposedActionName() const;
     /// Runs the proposed step, once.
     void runProposed();
+    /// Gives up on every answer of the model that is still awaited: each counts as failed.
+    void cancelModelWork();
 
     // --- Adoption (Adoption.cpp) -----------------------------------------------------------------
 
@@ -264,7 +267,7 @@ private:
     void refreshFacts();
 
     // Evidence, policies, assistant
-    void mapDocument(const Document& document);
+    void mapDocument(const Document& document, std::uint64_t work);
     void stageEvidence(EvidenceProposal proposal, const std::vector<std::string>& allowed,
                        const std::optional<EvidenceMapping>& mapping);
     void stagePolicy(const std::string& criterion, const std::optional<std::string>& text);
@@ -281,6 +284,10 @@ private:
     /// What a task hands its result to: runs the continuation through the queue, unless the engine
     /// is gone by then. It may be called at any time and outlives the engine.
     std::function<void(std::function<void()>)> resumption();
+
+    /// Shows that the model is at something, until the matching end.
+    std::uint64_t beginModelWork(std::string title);
+    void endModelWork(std::uint64_t id);
 
     // Reporting
     void refuse(std::string statusText, std::string_view event, Json fields = Json::object());
@@ -311,6 +318,7 @@ private:
     double dt_ = 0.01;
     std::shared_ptr<DrivenSource> source_;
     bool riskLatched_ = false;
+    std::uint64_t modelWorkBegun_ = 0;
     /// Held weakly by whatever may call back after the engine is gone.
     std::shared_ptr<EngineVM*> life_;
 };

@@ -44,15 +44,17 @@ void EngineVM::addEvidence() {
     }
     status.set("Reading document on-device…");
     log_.e("evidence_added", {{"name", document.name}, {"chars", characterCount(document.text)}});
-    start([this, document = std::move(document)] { mapDocument(document); });
+    const auto work = beginModelWork("Reading " + document.name);
+    start([this, work, document = std::move(document)] { mapDocument(document, work); });
 }
 
-void EngineVM::mapDocument(const Document& document) {
+void EngineVM::mapDocument(const Document& document, std::uint64_t work) {
     EvidenceMapper::mapEvidence(
         ports_.model, document.text, document.allowed,
-        [this, name = document.name, root = document.root, allowed = document.allowed,
+        [this, work, name = document.name, root = document.root, allowed = document.allowed,
          resume = resumption()](std::optional<EvidenceMapping> mapping) {
-            resume([this, name, root, allowed, mapping = std::move(mapping)] {
+            resume([this, work, name, root, allowed, mapping = std::move(mapping)] {
+                endModelWork(work);
                 stageEvidence({name, root, chooseManually, {}}, allowed, mapping);
             });
         });

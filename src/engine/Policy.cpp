@@ -15,11 +15,15 @@ void EngineVM::generatePolicy(const std::string& criterion) {
     status.set("Writing policy for " + criterion + " on-device…");
     log_.e("policy_generate_start", {{"criterion", criterion}});
     const std::string owner = principal->value_or("owner");
-    start([this, criterion, evidence = node->evidence, owner] {
+    const auto work = beginModelWork("Writing the policy for " + criterion);
+    start([this, work, criterion, evidence = node->evidence, owner] {
         PolicyGen::generate(
             ports_.model, criterion, evidence, owner,
-            [this, criterion, resume = resumption()](std::optional<std::string> text) {
-                resume([this, criterion, text = std::move(text)] { stagePolicy(criterion, text); });
+            [this, work, criterion, resume = resumption()](std::optional<std::string> text) {
+                resume([this, work, criterion, text = std::move(text)] {
+                    endModelWork(work);
+                    stagePolicy(criterion, text);
+                });
             });
     });
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -78,6 +79,14 @@ struct Progress {
     double share = 0; ///< 0 to 1
 
     bool operator==(const Progress&) const = default;
+};
+
+/// A question that the model has been given and has not answered yet.
+struct ModelWork {
+    std::uint64_t id = 0; ///< unique within a run of the engine
+    std::string title;
+
+    bool operator==(const ModelWork&) const = default;
 };
 
 } // namespace kelvo

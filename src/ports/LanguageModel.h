@@ -36,6 +36,9 @@ public:
     /// Sends one prompt in a session of its own. `done` is called exactly once, later, on the
     /// engine's thread, and never from inside this call.
     virtual void respond(const ModelRequest& request, Done done) = 0;
+
+    /// Gives up on every request that is still to be answered; each fails, later.
+    virtual void cancel() = 0;
 };
 
 } // namespace kelvo

@@ -1,6 +1,8 @@
 #include "ui/BondGraphItem.h"
 
 #include <QFont>
+#include <QFontMetricsF>
+#include <QHoverEvent>
 #include <QLineF>
 #include <QPainter>
 #include <algorithm>
@@ -13,18 +15,22 @@ namespace {
 /// Radius of a node where there is room enough, in the layout's points.
 constexpr double layoutRadius = 18;
 
+QString text(std::string_view utf8) {
+    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+
 QString symbol(NodeKind kind) {
     // A junction is written as its bare number.
     if (kind == NodeKind::j0) return QStringLiteral("0");
     if (kind == NodeKind::j1) return QStringLiteral("1");
-    const std::string_view text = rawValue(kind);
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+    return text(rawValue(kind));
 }
 
 } // namespace
 
 BondGraphItem::BondGraphItem(QQuickItem* parent) : QQuickPaintedItem(parent) {
     setAntialiasing(true);
+    setAcceptHoverEvents(true);
     connect(this, &BondGraphItem::changed, this, [this] { update(); });
 }
 
@@ -45,6 +51,7 @@ const StateSpace* BondGraphItem::space() const {
 void BondGraphItem::takeModel() {
     layout_ = space() == nullptr ? GraphLayout{} : layOut(space()->graph());
     greatestPower_ = 0;
+    pointAt(std::nullopt, {});
     Q_EMIT modelChanged();
     update();
 }
@@ -76,36 +83,78 @@ std::vector<double> BondGraphItem::powers() const {
     return carried;
 }
 
-void BondGraphItem::paint(QPainter* painter) {
-    if (space() == nullptr || layout_.nodes.empty()) return;
-    const BondGraph& graph = space()->graph();
-    const double margin = textSize_;
+BondGraphItem::Placement BondGraphItem::placement() const {
+    const double margin = 1.6 * textSize_;
     const double scale =
         std::min({(width() - 2 * margin) / std::max(layout_.size.width(), 1.0),
                   (height() - 2 * margin) / std::max(layout_.size.height(), 1.0), textSize_ / 8});
-    if (scale <= 0) return;
+    if (layout_.nodes.empty() || scale <= 0) return {};
     const QPointF origin((width() - layout_.size.width() * scale) / 2,
                          (height() - layout_.size.height() * scale) / 2);
-    const auto centre = [&](std::int64_t node) {
-        return origin + layout_.nodes[static_cast<std::size_t>(node)] * scale;
+    return {origin, scale, layoutRadius * scale * 0.64};
+}
+
+QPointF BondGraphItem::centre(const Placement& placement, std::size_t node) const {
+    return placement.origin + layout_.nodes[node] * placement.scale;
+}
+
+QString BondGraphItem::pointedAt() const {
+    if (!pointed_ || space() == nullptr) return {};
+    const Node& node = space()->graph().nodes[*pointed_];
+    const QString what = text(node.id) + QStringLiteral(" · ") + text(rawValue(node.kind));
+    return node.param ? what + QStringLiteral(" %1").arg(*node.param) : what;
+}
+
+void BondGraphItem::pointAt(std::optional<std::size_t> node, QPointF pointer) {
+    if (node == pointed_) return;
+    pointed_ = node;
+    pointer_ = pointer;
+    Q_EMIT pointedAtChanged();
+}
+
+void BondGraphItem::hoverMoveEvent(QHoverEvent* event) {
+    const Placement place = placement();
+    std::optional<std::size_t> nearest;
+    double reach = std::max(place.radius * 1.3, textSize_ * 0.8);
+    for (std::size_t i = 0; place.scale > 0 && i < layout_.nodes.size(); ++i) {
+        const double distance = QLineF(centre(place, i), event->position()).length();
+        if (distance > reach) continue;
+        reach = distance;
+        nearest = i;
+    }
+    pointAt(nearest, event->position());
+}
+
+void BondGraphItem::hoverLeaveEvent(QHoverEvent* /*event*/) {
+    pointAt(std::nullopt, {});
+}
+
+void BondGraphItem::paint(QPainter* painter) {
+    const Placement place = placement();
+    if (space() == nullptr || place.scale <= 0) return;
+    const BondGraph& graph = space()->graph();
+    const auto at = [&](std::int64_t node) {
+        return centre(place, static_cast<std::size_t>(node));
     };
-    const double radius = layoutRadius * scale * 0.64;
 
     const std::vector<double> carried = powers();
     for (const double power : carried)
         greatestPower_ = std::max(greatestPower_, power);
     for (std::size_t i = 0; i < graph.bonds.size(); ++i) {
-        QLineF line(centre(graph.bonds[i].a), centre(graph.bonds[i].b));
+        QLineF line(at(graph.bonds[i].a), at(graph.bonds[i].b));
         const double whole = line.length();
-        const double gap = radius + scale * 3;
+        const double gap = place.radius + place.scale * 3;
         if (whole <= 2 * gap) continue;
         const Ends ends{line.pointAt(gap / whole), line.pointAt(1 - gap / whole)};
         paintBond(*painter, graph.bonds[i], ends,
                   greatestPower_ > 0 ? carried[i] / greatestPower_ : 0,
-                  std::min(textSize_, 1.2 * radius));
+                  std::min(textSize_, 1.2 * place.radius));
     }
-    for (std::size_t i = 0; i < graph.nodes.size(); ++i)
-        paintNode(*painter, graph.nodes[i], centre(static_cast<std::int64_t>(i)), radius);
+    const bool named = place.radius > 0.75 * textSize_;
+    for (std::size_t i = 0; i < graph.nodes.size(); ++i) {
+        paintNode(*painter, graph.nodes[i], centre(place, i), place.radius);
+        if (named) paintName(*painter, graph.nodes[i], centre(place, i), place.radius);
+    }
 }
 
 void BondGraphItem::paintBond(QPainter& painter, const Bond& bond, Ends ends, double share,
@@ -153,6 +202,20 @@ void BondGraphItem::paintNode(QPainter& painter, const Node& node, QPointF centr
     painter.setPen(isJunction(node.kind) ? ink_ : tint(node.kind));
     painter.drawText(QRectF(centre.x() - 2 * radius, centre.y() - radius, 4 * radius, 2 * radius),
                      Qt::AlignCenter, symbol(node.kind));
+}
+
+void BondGraphItem::paintName(QPainter& painter, const Node& node, QPointF centre,
+                              double radius) const {
+    const QString name = text(node.id);
+    if (name == symbol(node.kind)) return;
+    QFont font = painter.font();
+    font.setPixelSize(std::max(6, static_cast<int>(textSize_ * 0.8)));
+    font.setBold(false);
+    painter.setFont(font);
+    painter.setPen(quiet_);
+    const double room = 8 * textSize_;
+    painter.drawText(QRectF(centre.x() - room / 2, centre.y() + radius + 1, room, 1.3 * textSize_),
+                     Qt::AlignCenter, QFontMetricsF(font).elidedText(name, Qt::ElideMiddle, room));
 }
 
 } // namespace kelvo

@@ -6,7 +6,10 @@
 #include <QtQml/qqmlregistration.h>
 
 #include <QColor>
+#include <QPointF>
 #include <QQuickPaintedItem>
+#include <cstddef>
+#include <optional>
 
 namespace kelvo {
 
@@ -28,6 +31,8 @@ class BondGraphItem : public QQuickPaintedItem {
     Q_PROPERTY(double textSize MEMBER textSize_ NOTIFY changed)
     Q_PROPERTY(int nodeCount READ nodeCount NOTIFY modelChanged)
     Q_PROPERTY(QString description READ description NOTIFY modelChanged)
+    Q_PROPERTY(QString pointedAt READ pointedAt NOTIFY pointedAtChanged)
+    Q_PROPERTY(QPointF pointer MEMBER pointer_ NOTIFY pointedAtChanged)
 
 public:
     explicit BondGraphItem(QQuickItem* parent = nullptr);
@@ -36,24 +41,41 @@ public:
     int nodeCount() const;
     /// The graph in words, for those who do not see it.
     QString description() const;
+    /// What the element under the pointer is, with its parameter; empty where there is none.
+    QString pointedAt() const;
     void paint(QPainter* painter) override;
+
+protected:
+    void hoverMoveEvent(QHoverEvent* event) override;
+    void hoverLeaveEvent(QHoverEvent* event) override;
 
 Q_SIGNALS:
     void changed();
     void modelChanged();
+    void pointedAtChanged();
 
 private:
     struct Ends {
         QPointF from;
         QPointF to;
     };
+    /// How the layout lies in the item.
+    struct Placement {
+        QPointF origin;
+        double scale = 0; ///< 0 where there is no room to draw
+        double radius = 0;
+    };
 
     const StateSpace* space() const;
     void takeModel();
+    Placement placement() const;
+    QPointF centre(const Placement& placement, std::size_t node) const;
+    void pointAt(std::optional<std::size_t> node, QPointF pointer);
     std::vector<double> powers() const;
     QColor tint(NodeKind kind) const;
     void paintBond(QPainter& painter, const Bond& bond, Ends ends, double share, double size) const;
     void paintNode(QPainter& painter, const Node& node, QPointF centre, double radius) const;
+    void paintName(QPainter& painter, const Node& node, QPointF centre, double radius) const;
 
     EngineView* view_ = nullptr;
     GraphLayout layout_;
@@ -65,6 +87,8 @@ private:
     QColor storage_ = Qt::darkGreen;
     QColor resistor_ = Qt::darkYellow;
     double textSize_ = 12;
+    std::optional<std::size_t> pointed_; ///< the node under the pointer
+    QPointF pointer_;
 };
 
 } // namespace kelvo

@@ -103,6 +103,7 @@ EngineView::EngineView(EngineVM& engine, QObject* parent)
     forward(engine.assistantBusy, &EngineView::assistantBusyChanged);
     forward(engine.proposedAction, &EngineView::proposedActionChanged);
     forward(engine.progress, &EngineView::progressChanged);
+    forward(engine.modelWork, &EngineView::progressChanged);
 
     feed(engine.totems, totems_);
     forward(engine.totems, &EngineView::totemsChanged);
@@ -278,11 +279,22 @@ QString EngineView::proposedActionName() const {
 }
 
 QString EngineView::progressTitle() const {
-    return *engine_.progress ? text((*engine_.progress)->title) : QString();
+    if (*engine_.progress) return text((*engine_.progress)->title);
+    const std::vector<ModelWork>& work = *engine_.modelWork;
+    if (work.empty()) return {};
+    const QString oldest = text(work.front().title);
+    return work.size() == 1 ? oldest
+                            : QStringLiteral("%1 and %2 more").arg(oldest).arg(work.size() - 1);
 }
 
 double EngineView::progressShare() const {
-    return *engine_.progress ? (*engine_.progress)->share : 0;
+    return *engine_.progress ? (*engine_.progress)->share : -1;
+}
+
+void EngineView::setModelLine(const QString& line) {
+    if (line == modelLine_) return;
+    modelLine_ = line;
+    Q_EMIT modelLineChanged();
 }
 
 // --- Operations ------------------------------------------------------------------------------
@@ -351,6 +363,10 @@ void EngineView::askAssistant(const QString& question) {
 
 void EngineView::runProposed() {
     later([this] { engine_.runProposed(); });
+}
+
+void EngineView::cancelModelWork() {
+    engine_.cancelModelWork();
 }
 
 } // namespace kelvo

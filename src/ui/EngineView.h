@@ -16,7 +16,8 @@
 namespace kelvo {
 
 /// The engine as the window sees it: published scalars as properties, published lists as models,
-/// operations as invokables. It keeps nothing but the rows that its models have told their views.
+/// operations as invokables. It keeps nothing but the rows that its models have told their views,
+/// and the line about the model that the program gave it.
 ///
 /// An operation that asks the person something begins once the click or key that called it has been
 /// dealt with, because its prompt runs an event loop of its own.
@@ -74,6 +75,8 @@ class EngineView : public QObject {
     Q_PROPERTY(QString proposedActionName READ proposedActionName NOTIFY proposedActionChanged)
     Q_PROPERTY(QString progressTitle READ progressTitle NOTIFY progressChanged)
     Q_PROPERTY(double progressShare READ progressShare NOTIFY progressChanged)
+    Q_PROPERTY(bool modelAtWork READ modelAtWork NOTIFY progressChanged)
+    Q_PROPERTY(QString modelLine READ modelLine NOTIFY modelLineChanged)
 
 public:
     /// What the person's role has them do in the window.
@@ -142,7 +145,12 @@ public:
     QString proposedActionName() const;
     /// Empty where no long work is under way.
     QString progressTitle() const;
+    /// 0 to 1, negative where nobody can say how far the work has come.
     double progressShare() const;
+    bool modelAtWork() const { return !engine_.modelWork->empty(); }
+    /// Who answers for the model, in a few words; empty where it has not been said.
+    QString modelLine() const { return modelLine_; }
+    void setModelLine(const QString& line);
 
     Q_INVOKABLE void play();
     Q_INVOKABLE void pause();
@@ -159,6 +167,7 @@ public:
     Q_INVOKABLE void snapshotOS();
     Q_INVOKABLE void askAssistant(const QString& question);
     Q_INVOKABLE void runProposed();
+    Q_INVOKABLE void cancelModelWork();
 
 Q_SIGNALS:
     void equationsChanged();
@@ -181,6 +190,7 @@ Q_SIGNALS:
     void assistantBusyChanged();
     void proposedActionChanged();
     void progressChanged();
+    void modelLineChanged();
 
 private:
     /// A task of the person's role and whether its criterion is met.
@@ -199,6 +209,7 @@ private:
     void later(std::function<void()> operation);
 
     EngineVM& engine_;
+    QString modelLine_;
     ListModel<EngineVM::Totems> totems_;
     ListModel<EngineVM::Citations> citations_;
     ListModel<EngineVM::Chat> chat_;

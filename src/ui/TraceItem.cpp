@@ -116,28 +116,34 @@ QColor TraceItem::stateColour(std::size_t variable) const {
 void TraceItem::paintStates(QPainter& painter, const QRectF& plot) const {
     const std::vector<StateVar>& variables = view_->engine().space()->states();
     const std::size_t count = std::min(variables.size(), samples_.back().states.size());
-    double reach = 1e-9;
+    double low = 0;
+    double high = 1e-9;
     for (const Sample& each : samples_) {
         for (const double value : each.states) {
-            if (std::isfinite(value)) reach = std::max(reach, std::abs(value));
+            if (!std::isfinite(value)) continue;
+            low = std::min(low, value);
+            high = std::max(high, value);
         }
     }
+    const auto up = [&](double value) {
+        const double share = ((std::isfinite(value) ? value : 0.0) - low) / (high - low);
+        return plot.bottom() - plot.height() * share;
+    };
     constexpr std::size_t namedOneByOne = 4;
     paintFrame(painter, plot,
                count <= namedOneByOne ? QStringLiteral("states")
                                       : QStringLiteral("%1 states").arg(count));
     double nameAt =
         plot.left() + painter.fontMetrics().horizontalAdvance(QStringLiteral("states  "));
-    const double middle = plot.center().y();
-    painter.setPen(QPen(line_, 1));
-    painter.drawLine(QPointF(plot.left(), middle), QPointF(plot.right(), middle));
+    if (low < 0) {
+        painter.setPen(QPen(line_, 1, Qt::DashLine));
+        painter.drawLine(QPointF(plot.left(), up(0)), QPointF(plot.right(), up(0)));
+    }
     for (std::size_t i = 0; i < count; ++i) {
         QPolygonF curve;
         for (const Sample& each : samples_) {
             const double value = i < each.states.size() ? each.states[i] : 0;
-            curve.append(
-                {across(each.t, plot),
-                 middle - plot.height() / 2 * (std::isfinite(value) ? value : 0.0) / reach});
+            curve.append({across(each.t, plot), up(value)});
         }
         const QColor colour = stateColour(i);
         if (count <= namedOneByOne) {

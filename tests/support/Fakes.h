@@ -169,6 +169,11 @@ public:
         waiting_.push_back(std::move(done));
     }
 
+    void cancel() override {
+        while (open() > 0)
+            fail("cancelled");
+    }
+
     /// Answers the oldest request that is not answered, or the one at `position` among them.
     void answer(tl::expected<std::string, ModelFailure> reply, std::size_t position = 0) {
         const auto at = waiting_.begin() + static_cast<std::ptrdiff_t>(position);

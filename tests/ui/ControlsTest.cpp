@@ -240,6 +240,35 @@ TEST_F(Controls, AQuestionLeavesTheFieldBeforeItsAnswerArrives) {
     EXPECT_EQ(stage.world.model.open(), 2U) << "a second question may overlap";
 }
 
+TEST_F(Controls, WhatTheModelIsAtIsShownAndCanBeGivenUp) {
+    openOrganisation("Owner");
+    EXPECT_EQ(stage.named("cancelModelWork"), nullptr);
+    stage.engine().generatePolicy("CC6-access");
+    stage.engine().askAssistant("What next?");
+    stage.settle();
+    EXPECT_TRUE(stage.shows("Writing the policy for CC6-access and 1 more"));
+    stage.world.model.answer(std::string("A policy"));
+    stage.settle();
+    EXPECT_TRUE(stage.shows("Answering your question"));
+    stage.click(stage.named("cancelModelWork"));
+    EXPECT_EQ(stage.world.model.open(), 0U);
+    EXPECT_FALSE(*stage.engine().assistantBusy);
+    EXPECT_EQ(stage.named("cancelModelWork"), nullptr);
+}
+
+TEST_F(Controls, TheConversationStaysAtItsNewestLine) {
+    openOrganisation();
+    for (int i = 0; i < 12; ++i) {
+        stage.engine().askAssistant("Question " + std::to_string(i));
+        stage.settle();
+        stage.world.model.fail("none");
+        stage.settle();
+    }
+    const QQuickItem* chat = stage.named("chat");
+    EXPECT_GT(chat->property("contentHeight").toDouble(), 2 * chat->height());
+    EXPECT_TRUE(chat->property("atYEnd").toBool()) << chat->property("contentY").toDouble();
+}
+
 TEST_F(Controls, TheProposedStepRunsOnce) {
     openOrganisation();
     stage.named("question")->forceActiveFocus();

@@ -51,7 +51,7 @@ public:
     void respond(const ModelRequest& request, Done done) override;
 
     /// Aborts every request in flight; each fails, later, as cancelled.
-    void cancel();
+    void cancel() override;
 
     /// Looks for a server now, so that `modelLine` is right before the first call.
     void refresh();

@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
@@ -150,6 +151,8 @@ Page {
                     textSize: Theme.small
                 }
                 BondGraphPicture {
+                    id: picture
+
                     Accessible.name: description
                     Accessible.role: Accessible.Graphic
                     Layout.fillWidth: true
@@ -162,6 +165,13 @@ Page {
                     storageColor: Theme.met
                     surfaceColor: Theme.card
                     textSize: Theme.body
+
+                    Tip {
+                        text: picture.pointedAt
+                        visible: text !== ""
+                        x: Math.max(0, Math.min(picture.width - width, picture.pointer.x - width / 2))
+                        y: picture.pointer.y - height - Theme.m
+                    }
                 }
             }
             Card {

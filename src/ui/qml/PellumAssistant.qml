@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Layouts
 import Kelvo
@@ -35,14 +36,16 @@ ColumnLayout {
             label: "Conversation with Pellum"
             maximumHeight: Infinity
             model: assistant.engine.chat
+            objectName: "chat"
             spacing: Theme.s
 
             delegate: Bubble {
                 width: chat.rowWidth
             }
 
-            onCountChanged: Qt.callLater(chat.positionViewAtEnd)
-            onHeightChanged: Qt.callLater(chat.positionViewAtEnd)
+            // Once the new rows are laid out. qmllint takes callLater for a property.
+            onCountChanged: Qt.callLater(positionViewAtEnd) // qmllint disable
+            onHeightChanged: Qt.callLater(positionViewAtEnd) // qmllint disable
         }
         ColumnLayout {
             anchors.centerIn: parent
@@ -83,24 +86,14 @@ ColumnLayout {
 
             onAccepted: assistant.send()
         }
-        Note {
-            Layout.fillWidth: false
-            font.pixelSize: Theme.small
-            text: elapsed.seconds + " s"
-            visible: elapsed.running && elapsed.seconds > 1
-        }
         Item {
             Layout.preferredHeight: Theme.controlHeight
             Layout.preferredWidth: Theme.controlHeight
             visible: assistant.engine.assistantBusy
 
-            Loader {
-                active: parent.visible
+            Spinner {
+                Accessible.name: "Pellum is answering"
                 anchors.centerIn: parent
-
-                sourceComponent: Spinner {
-                    Accessible.name: "Pellum is answering"
-                }
             }
         }
         ActionButton {
@@ -112,16 +105,13 @@ ColumnLayout {
             onClicked: assistant.send()
         }
     }
-    Timer {
-        id: elapsed
-
-        property int seconds: 0
-
-        interval: 1000
-        repeat: true
-        running: assistant.engine.assistantBusy
-
-        onRunningChanged: seconds = 0
-        onTriggered: seconds += 1
+    Note {
+        color: Theme.tertiary
+        font.pixelSize: Theme.small
+        maximumLineCount: 1
+        objectName: "modelLine"
+        text: "Model on this computer: " + assistant.engine.modelLine
+        visible: assistant.engine.modelLine !== ""
+        wrapMode: Text.NoWrap
     }
 }

@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
@@ -26,11 +27,15 @@ Page {
 
             Words {
                 Accessible.role: Accessible.Heading
+                Layout.fillWidth: !work.visible
+                Layout.minimumWidth: implicitWidth
                 font.pixelSize: Theme.title
                 font.weight: Font.DemiBold
                 text: pane.title
             }
             Work {
+                id: work
+
                 engine: pane.engine
             }
             Ring {
@@ -95,7 +100,7 @@ Page {
             Section {
                 shown: pane.engine.pending
 
-                sourceComponent: PendingSection {
+                delegate: PendingSection {
                     engine: pane.engine
                     objectName: "pendingSection"
                 }
@@ -103,7 +108,7 @@ Page {
             Section {
                 shown: !pane.engine.verified
 
-                sourceComponent: KYCSection {
+                delegate: KYCSection {
                     engine: pane.engine
                     objectName: "kycSection"
                 }
@@ -111,7 +116,7 @@ Page {
             Section {
                 shown: pane.engine.verified
 
-                sourceComponent: IdentitySection {
+                delegate: IdentitySection {
                     engine: pane.engine
                     objectName: "identitySection"
                 }
@@ -125,7 +130,7 @@ Page {
             Section {
                 shown: pane.engine.hasDraft
 
-                sourceComponent: GeneratedDocSection {
+                delegate: GeneratedDocSection {
                     engine: pane.engine
                     objectName: "draftSection"
                 }
@@ -133,7 +138,7 @@ Page {
             Section {
                 shown: pane.engine.roleWork === EngineView.RoleWork.audit
 
-                sourceComponent: AuditorVerifySection {
+                delegate: AuditorVerifySection {
                     engine: pane.engine
                     objectName: "auditorSection"
                 }
@@ -141,7 +146,7 @@ Page {
             Section {
                 shown: pane.engine.roleWork === EngineView.RoleWork.responsibilities
 
-                sourceComponent: ResponsibilitiesSection {
+                delegate: ResponsibilitiesSection {
                     engine: pane.engine
                     objectName: "responsibilitiesSection"
                 }
@@ -149,7 +154,7 @@ Page {
             Section {
                 shown: pane.engine.roleWork === EngineView.RoleWork.evidence
 
-                sourceComponent: EvidenceSection {
+                delegate: EvidenceSection {
                     engine: pane.engine
                     objectName: "evidenceSection"
                 }
@@ -157,7 +162,7 @@ Page {
             Section {
                 shown: pane.engine.roleWork === EngineView.RoleWork.evidence && pane.engine.hasMesh
 
-                sourceComponent: ReadinessSection {
+                delegate: ReadinessSection {
                     engine: pane.engine
                     objectName: "readinessSection"
                 }

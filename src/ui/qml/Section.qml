@@ -1,12 +1,9 @@
 import QtQuick
-import QtQuick.Layouts
 import Kelvo
 
 // A section that exists only while its condition holds.
-Loader {
+Repeater {
     required property bool shown
 
-    Layout.fillWidth: true
-    active: shown
-    visible: shown
+    model: shown ? 1 : 0
 }

@@ -3,6 +3,8 @@ import Kelvo
 
 // Something is under way, nobody knows for how long.
 Ring {
+    id: spinner
+
     Accessible.name: "Working"
     Accessible.role: Accessible.Animation
     color: Theme.accent
@@ -16,7 +18,7 @@ Ring {
         duration: 1100
         from: 0
         loops: Animation.Infinite
-        running: true
+        running: spinner.visible
         to: 360
     }
 }

@@ -11,7 +11,7 @@ QtObject {
 
     // --- Type: steps of the system's own text size, so that its text scale carries through -------
     readonly property Text probe: Text {
-        font: Qt.application.font
+        font: Application.font
     }
     readonly property real body: Math.max(9, probe.fontInfo.pixelSize)
     readonly property real small: Math.round(body * 0.88)
