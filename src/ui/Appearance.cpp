@@ -5,6 +5,7 @@
 #include <QDBusPendingReply>
 #include <QEvent>
 #include <QGuiApplication>
+#include <QMetaType>
 #include <QPalette>
 
 namespace kelvo {
@@ -21,6 +22,8 @@ const QString colorScheme = QStringLiteral("color-scheme");
 Appearance::Appearance(QDBusConnection bus) {
     // The palette itself has no signal that would be here to stay.
     QCoreApplication::instance()->installEventFilter(this);
+    // The bus looks up the types of the slot's parameters by their names.
+    qRegisterMetaType<QDBusVariant>();
     bus.connect(service, path, interface, QStringLiteral("SettingChanged"), this,
                 SLOT(settingChanged(QString, QString, QDBusVariant)));
     QDBusMessage question =

@@ -147,6 +147,13 @@ QQuickItem* Stage::named(const char* objectName) {
     return nullptr;
 }
 
+QQuickItem* Stage::label(const QString& text) {
+    for (QQuickItem* item : items()) {
+        if (item->inherits("QQuickText") && labelOf(item) == text) return item;
+    }
+    return nullptr;
+}
+
 QQuickItem* Stage::control(const QString& label) {
     for (QQuickItem* item : items()) {
         if (item->inherits("QQuickAbstractButton") && labelOf(item) == label) return item;

@@ -43,6 +43,8 @@ public:
     QList<QQuickItem*> items(QQuickItem* root = nullptr);
     /// The visible item with this object name.
     QQuickItem* named(const char* objectName);
+    /// The visible text that reads so.
+    QQuickItem* label(const QString& text);
     /// The visible control with this text or accessible name.
     QQuickItem* control(const QString& label);
     /// The texts that are visible, in the order of painting.
