@@ -4,7 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <QImage>
 #include <QLineF>
+#include <QSet>
+#include <QTest>
 
 #include "Stage.h"
 
@@ -31,6 +34,55 @@ TEST(GraphLayout, LeavesOutBondsThatNameNoNode) {
     const BondGraph graph{{{"a", NodeKind::Se}, {"b", NodeKind::R}}, {{0, 1}, {0, 7}, {-1, 1}}};
     EXPECT_EQ(layOut(graph).nodes.size(), 2U);
     EXPECT_TRUE(layOut(BondGraph{}).nodes.empty());
+}
+
+TEST(Pictures, TheElementUnderThePointerIsNamed) {
+    Stage stage;
+    stage.open(1440, 900);
+    stage.engine().adopt(stage.engine().templates().front());
+    stage.settle();
+    QQuickItem* picture = nullptr;
+    for (QQuickItem* item : stage.items()) {
+        if (item->inherits("kelvo::BondGraphItem")) picture = item;
+    }
+    ASSERT_NE(picture, nullptr);
+    QSet<QString> named;
+    for (double x = 0; x < picture->width(); x += 6) {
+        for (double y = 0; y < picture->height(); y += 6) {
+            QTest::mouseMove(&stage.window(), picture->mapToScene({x, y}).toPoint());
+            named.insert(picture->property("pointedAt").toString());
+        }
+    }
+    const BondGraph& graph = stage.engine().space()->graph();
+    EXPECT_EQ(named.size(), static_cast<qsizetype>(graph.nodes.size() + 1)) << "and nothing beside";
+    EXPECT_TRUE(named.contains("owner · Se"))
+        << QStringList(named.values()).join(", ").toStdString();
+    EXPECT_TRUE(named.contains("owner_j0 · j0"));
+}
+
+TEST(Pictures, ARunLeavesItsCurves) {
+    Stage stage;
+    stage.open(1440, 900);
+    const auto inked = [&] {
+        QQuickItem* trace = nullptr;
+        for (QQuickItem* item : stage.items()) {
+            if (item->inherits("kelvo::TraceItem")) trace = item;
+        }
+        const QRect box = trace->mapRectToScene(trace->boundingRect()).toRect();
+        const QImage picture = stage.window().grabWindow().copy(box);
+        const QColor ink = trace->property("rateColor").value<QColor>();
+        int count = 0;
+        for (int y = 0; y < picture.height(); ++y) {
+            for (int x = 0; x < picture.width(); ++x)
+                count += picture.pixelColor(x, y) == ink ? 1 : 0;
+        }
+        return count;
+    };
+    EXPECT_LT(inked(), 10);
+    stage.engine().play();
+    stage.world.ticker.fire(40);
+    stage.settle();
+    EXPECT_GT(inked(), 40);
 }
 
 TEST(Window, NoControlReachesOutOfItsPaneAtTheSmallestSize) {
