@@ -11,7 +11,7 @@ Rectangle {
 
     implicitWidth: Math.max(96, label.implicitWidth + 32)
     implicitHeight: label.implicitHeight + 16
-    radius: 6
+    radius: 8
     opacity: enabled ? 1 : 0.45
     color: primary ? (area.pressed ? colors.accentPressed : colors.accent)
                    : (area.pressed ? colors.line : colors.raised)

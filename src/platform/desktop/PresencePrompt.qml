@@ -8,23 +8,23 @@ Window {
     readonly property bool dark: system.window.hslLightness < 0.5
     readonly property var colors: dark ? darkColors : lightColors
 
+    // The window's own colours.
     readonly property var lightColors: ({
-        ground: "#fbfbfa", raised: "#ffffff", line: "#d3d6d9", text: "#1d2226", quiet: "#5b646b",
-        accent: "#1f6f64", accentPressed: "#185a51", onAccent: "#ffffff", focus: "#2a9d8f",
+        ground: "#f3f4f7", raised: "#ffffff", line: "#c3cad5", text: "#181c24", quiet: "#566071",
+        accent: "#2a5bd0", accentPressed: "#1c429d", onAccent: "#ffffff", focus: "#2a5bd0",
         error: "#a3331f"
     })
     readonly property var darkColors: ({
-        ground: "#1f2326", raised: "#2a2f33", line: "#454c52", text: "#eef1f2", quiet: "#a7b0b6",
-        accent: "#43b3a4", accentPressed: "#369487", onAccent: "#0c1f1c", focus: "#7fd6ca",
+        ground: "#14171c", raised: "#1c2027", line: "#454d5a", text: "#eceef1", quiet: "#aab2be",
+        accent: "#8ab0ff", accentPressed: "#7099f0", onAccent: "#0d1526", focus: "#8ab0ff",
         error: "#f0957f"
     })
 
     width: 440
+    // No limits of its own: a window manager would hold a height that grows against the old ones.
     height: content.implicitHeight + 48
     minimumWidth: width
     maximumWidth: width
-    minimumHeight: height
-    maximumHeight: height
     flags: Qt.Dialog | Qt.WindowTitleHint | Qt.WindowCloseButtonHint
     modality: Qt.ApplicationModal
     title: "Confirm your presence"
@@ -78,7 +78,7 @@ Window {
             Rectangle {
                 width: parent.width
                 height: reason.implicitHeight + 24
-                radius: 6
+                radius: 8
                 color: window.colors.raised
                 border.width: 1
                 border.color: window.colors.line
@@ -161,7 +161,7 @@ Window {
                 Rectangle {
                     width: parent.width
                     height: input.implicitHeight + 18
-                    radius: 6
+                    radius: 8
                     color: window.colors.raised
                     opacity: input.enabled ? 1 : 0.45
                     border.width: input.activeFocus ? 2 : 1
