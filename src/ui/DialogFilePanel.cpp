@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QGuiApplication>
 #include <QQmlComponent>
+#include <QQuickStyle>
 #include <QStringList>
 #include <QUrl>
 #include <QVariant>
@@ -38,6 +39,11 @@ QStringList nameFilters(const std::vector<ContentType>& allowed) {
 }
 
 } // namespace
+
+DialogFilePanel::DialogFilePanel() {
+    // The toolkit's own chooser has a form for each style, and takes the one that is selected.
+    selector_.setExtraSelectors({QQuickStyle::name()});
+}
 
 std::optional<std::filesystem::path> DialogFilePanel::choose(const FilePanelRequest& request) {
     QQmlComponent component(&qml_, QUrl(QStringLiteral("qrc:/qt/qml/Kelvo/FileChooser.qml")));

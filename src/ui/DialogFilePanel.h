@@ -3,6 +3,7 @@
 #include "ports/FilePanel.h"
 
 #include <QQmlEngine>
+#include <QQmlFileSelector>
 
 namespace kelvo {
 
@@ -10,10 +11,13 @@ namespace kelvo {
 /// loop runs while it is open; it closes without a choice when the program quits.
 class DialogFilePanel : public FilePanel {
 public:
+    DialogFilePanel();
+
     std::optional<std::filesystem::path> choose(const FilePanelRequest& request) override;
 
 private:
     QQmlEngine qml_;
+    QQmlFileSelector selector_{&qml_};
 };
 
 } // namespace kelvo

@@ -116,6 +116,9 @@ TEST_F(FileChooser, OffersTheKindsThatAreAskedForAndReturnsTheChosenFile) {
 TEST_F(FileChooser, ClosedWithoutAChoiceItReturnsNone) {
     EXPECT_EQ(choose([&] { stage.press(Qt::Key_Escape); }), std::nullopt);
     EXPECT_TRUE(opened);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !stage.shows("review.txt"); }, patience));
+    stage.press(Qt::Key_Space);
+    EXPECT_TRUE(*stage.engine().running) << "the keys are the window's again";
 }
 
 } // namespace

@@ -1,7 +1,14 @@
 // Pictures of the window in its states, for a person to look at. They are written where
 // KELVO_SCREENSHOTS names a folder; nothing compares them.
 
+#include "support/TemporaryDirectory.h"
+#include "ui/DialogFilePanel.h"
+
 #include <gtest/gtest.h>
+
+#include <QDir>
+#include <QTimer>
+#include <fstream>
 
 #include "Stage.h"
 
@@ -103,6 +110,25 @@ TEST_F(Screenshots, OfEvidenceAndADraft) {
     picture("draft-section");
     scrollTo("evidenceSection");
     picture("evidence");
+}
+
+TEST_F(Screenshots, OfTheFileChooser) {
+    stage.open(860, 560);
+    const TemporaryDirectory folder;
+    for (const char* name : {"access-review.pdf", "incident-exercise.md", "vendor-register.txt"})
+        std::ofstream(folder.path() / name) << name;
+    for (const bool dark : {false, true}) {
+        stage.setDark(dark);
+        QTimer::singleShot(0, [&] {
+            stage.rest();
+            stage.save(dark ? "chooser-dark" : "chooser-light");
+            stage.press(Qt::Key_Escape);
+        });
+        const QString before = QDir::currentPath();
+        QDir::setCurrent(QString::fromStdString(folder.path().string()));
+        DialogFilePanel().choose({"Attach evidence", "Select an evidence artifact", {}});
+        QDir::setCurrent(before);
+    }
 }
 
 TEST_F(Screenshots, OfAllControlFamilies) {

@@ -18,6 +18,22 @@ ApplicationWindow {
     title: "Kelvo SOC2 Engine"
     width: 1440
 
+    // What the toolkit draws by itself, like its file chooser where the desktop has none.
+    palette {
+        base: Theme.card
+        button: Theme.card
+        buttonText: Theme.text
+        dark: Theme.line
+        highlight: Theme.accentLine
+        highlightedText: Theme.text
+        light: Theme.well
+        mid: Theme.line
+        placeholderText: Theme.tertiary
+        text: Theme.text
+        window: Theme.window
+        windowText: Theme.text
+    }
+
     Binding {
         property: "dark"
         target: Theme
