@@ -105,12 +105,8 @@ void TraceItem::paintRate(QPainter& painter, const QRectF& plot) const {
 }
 
 QColor TraceItem::stateColour(std::size_t variable) const {
-    // Neighbours differ in hue, so that lines that cross can be told apart.
-    const float turn = 0.27F * static_cast<float>(variable);
-    QColor colour;
-    colour.setHsvF(std::fmod(std::max(0.0F, state_.hsvHueF()) + turn, 1.0F),
-                   state_.hsvSaturationF(), state_.valueF());
-    return colour;
+    if (states_.isEmpty()) return quiet_;
+    return states_[static_cast<qsizetype>(variable) % states_.size()];
 }
 
 void TraceItem::paintStates(QPainter& painter, const QRectF& plot) const {

@@ -5,6 +5,7 @@
 #include <QtQml/qqmlregistration.h>
 
 #include <QColor>
+#include <QList>
 #include <QQuickPaintedItem>
 #include <deque>
 #include <vector>
@@ -23,7 +24,8 @@ class TraceItem : public QQuickPaintedItem {
     Q_PROPERTY(QColor lineColor MEMBER line_ NOTIFY changed)
     Q_PROPERTY(QColor rateColor MEMBER rate_ NOTIFY changed)
     Q_PROPERTY(QColor limitColor MEMBER limit_ NOTIFY changed)
-    Q_PROPERTY(QColor stateColor MEMBER state_ NOTIFY changed)
+    /// One for each state variable, and again from the first where there are more.
+    Q_PROPERTY(QList<QColor> stateColors MEMBER states_ NOTIFY changed)
     Q_PROPERTY(double textSize MEMBER textSize_ NOTIFY changed)
 
 public:
@@ -57,7 +59,7 @@ private:
     QColor line_ = Qt::lightGray;
     QColor rate_ = Qt::blue;
     QColor limit_ = Qt::darkYellow;
-    QColor state_ = Qt::darkGreen;
+    QList<QColor> states_;
     double textSize_ = 11;
 };
 

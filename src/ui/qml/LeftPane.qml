@@ -147,7 +147,7 @@ Page {
                     lineColor: Theme.line
                     quietColor: Theme.secondary
                     rateColor: Theme.accent
-                    stateColor: Theme.met
+                    stateColors: Theme.series
                     textSize: Theme.small
                 }
                 BondGraphPicture {

@@ -67,6 +67,8 @@ QtObject {
     readonly property color disabledText: dark ? "#69727f" : "#98a1ae"
     readonly property color met: dark ? "#5fc893" : "#1b7a4b"
     readonly property color open: dark ? "#f0a552" : "#b2540a"
+    // Lines in one plot; neighbours differ in hue.
+    readonly property list<color> series: dark ? ["#5fc893", "#b89cff", "#f2c14e", "#6cc5e8", "#f28aa5", "#c3d36b"] : ["#1b7a4b", "#6a3fc4", "#8a6a00", "#0f6f93", "#b0305c", "#5d6b12"]
     readonly property color warningSoft: dark ? "#33271a" : "#fdf3e6"
     readonly property color warningLine: dark ? "#6b4d25" : "#efcfa4"
 }
