@@ -2,7 +2,7 @@
 
 #include "base/Text.h"
 
-#include <QMetaObject>
+#include <QTimer>
 #include <algorithm>
 #include <string>
 #include <string_view>
@@ -148,7 +148,7 @@ void EngineView::showRoleWork() {
 }
 
 void EngineView::later(std::function<void()> operation) {
-    QMetaObject::invokeMethod(this, std::move(operation), Qt::QueuedConnection);
+    QTimer::singleShot(0, this, std::move(operation));
 }
 
 // --- State -----------------------------------------------------------------------------------

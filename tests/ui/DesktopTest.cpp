@@ -103,6 +103,8 @@ protected:
 TEST_F(FileChooser, OffersTheKindsThatAreAskedForAndReturnsTheChosenFile) {
     const auto chosen = choose([&] {
         stage.click(stage.label("review.txt"));
+        EXPECT_TRUE(
+            QTest::qWaitFor([&] { return stage.control("Attach")->isEnabled(); }, patience));
         stage.click("Attach");
         // Where nothing could be chosen, the chooser is still open.
         stage.press(Qt::Key_Escape);

@@ -21,7 +21,7 @@ void append(QStringList& notes, const std::string& text) {
 }
 
 /// The text's characters as UTF-8, overwritten in the place where the input keeps them too.
-SecretText takeSecret(QString text) {
+SecretText takeSecret(const QString& text) {
     QByteArray bytes = text.toUtf8();
     SecretText secret({bytes.constData(), static_cast<std::size_t>(bytes.size())});
     bytes.fill('\0');
@@ -55,8 +55,7 @@ bool PresencePrompt::show(QQmlEngine& engine) {
         qWarning("The presence prompt cannot be shown: %s", qPrintable(component.errorString()));
         return false;
     }
-    made.release();
-    window_.reset(window);
+    window_.reset(qobject_cast<QQuickWindow*>(made.release()));
     window_->setTransientParent(QGuiApplication::focusWindow());
     window_->show();
     window_->requestActivate();
