@@ -28,6 +28,7 @@
 #include "model/LoopbackModel.h"
 #include "pdf/PopplerPdfText.h"
 #include "responder/BuiltInResponder.h"
+#include "voice/IntentService.h"
 
 Q_IMPORT_QML_PLUGIN(KelvoPlugin)
 
@@ -75,11 +76,16 @@ int run(int argc, char** argv) {
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/kelvo/org.kelvo.Soc2.svg")));
     MainWindow::prepare();
 
+    // Its objects come before the name, by which callers find them.
+    IntentService intents(applicationId);
     SingleInstance instance(applicationId);
     if (!instance.isFirst()) {
         instance.activateFirst();
         return 0;
     }
+    instance.setActions([&intents](const QString& action, const QVariantList& parameters) {
+        return intents.activate(action, parameters);
+    });
 
     Platform platform;
     EngineVM::provideShared([&] {
@@ -104,6 +110,9 @@ int run(int argc, char** argv) {
     follow();
     QObject::connect(&instance, &SingleInstance::activated, &application,
                      [&window] { window.raise(); });
+    QObject::connect(&intents, &IntentService::appWanted, &application,
+                     [&window] { window.raise(); });
+    intents.serve(EngineVM::shared(), platform.model);
     const int code = QGuiApplication::exec();
     // Its prompt's engine must not outlive the application object.
     authentication.reset();

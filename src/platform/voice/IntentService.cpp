@@ -1,0 +1,78 @@
+#include "voice/IntentService.h"
+
+#include <QDBusMetaType>
+#include <QMetaObject>
+
+#include "voice/IntentObjects.h"
+
+namespace kelvo {
+namespace {
+
+QString pathOf(QString service) {
+    return u'/' + service.replace(u'.', u'/');
+}
+
+} // namespace
+
+QString IntentBus::intentsPath(const QString& service) {
+    return pathOf(service) + QStringLiteral("/Intents");
+}
+
+QString IntentBus::runnerPath(const QString& service) {
+    return pathOf(service) + QStringLiteral("/Runner");
+}
+
+QString IntentBus::searchPath(const QString& service) {
+    return pathOf(service) + QStringLiteral("/Search");
+}
+
+IntentService::IntentService(const QString& service, const QDBusConnection& bus, QObject* parent)
+    : QObject(parent) {
+    qDBusRegisterMetaType<RunnerMatch>();
+    qDBusRegisterMetaType<RunnerMatches>();
+    qDBusRegisterMetaType<RunnerAction>();
+    qDBusRegisterMetaType<RunnerActions>();
+    qDBusRegisterMetaType<ResultMetas>();
+    QDBusConnection connection = bus;
+    const auto publish = [&](const QString& path, QObject* object) {
+        return connection.registerObject(path, object, QDBusConnection::ExportAllSlots);
+    };
+    registered_ = bus.isConnected() &&
+                  publish(IntentBus::intentsPath(service), new IntentsObject(*this)) &&
+                  publish(IntentBus::runnerPath(service), new RunnerObject(*this)) &&
+                  publish(IntentBus::searchPath(service), new SearchObject(*this));
+}
+
+IntentService::~IntentService() = default;
+
+void IntentService::serve(EngineVM& engine, LanguageModel& model) {
+    desk_.open({engine, model});
+}
+
+bool IntentService::run(const Intent& intent, IntentDone done) {
+    // First the window: an approval returns only when the person has answered.
+    const bool opens = typeOf(intent).opensApp;
+    if (opens) Q_EMIT appWanted();
+    return desk_.submit(intent, std::move(done));
+}
+
+std::optional<QString> IntentService::activate(const QString& action,
+                                               const QVariantList& parameters) {
+    if (parameters.size() > 1 ||
+        (parameters.size() == 1 && parameters[0].metaType().id() != QMetaType::QString)) {
+        return QStringLiteral("An action takes one text at most.");
+    }
+    const std::string parameter =
+        parameters.isEmpty() ? std::string() : parameters[0].toString().toStdString();
+    const auto intent = readIntent(action.toStdString(), parameter);
+    if (!intent) return QString::fromStdString(intent.error());
+    runLater(*intent);
+    return std::nullopt;
+}
+
+void IntentService::runLater(const Intent& intent) {
+    QMetaObject::invokeMethod(
+        this, [this, intent] { (void)run(intent, [](const auto&) {}); }, Qt::QueuedConnection);
+}
+
+} // namespace kelvo
