@@ -6,7 +6,7 @@
 #include <QFile>
 #include <QTest>
 
-#include "PrivateBus.h"
+#include "support/PrivateBus.h"
 
 namespace kelvo {
 namespace {

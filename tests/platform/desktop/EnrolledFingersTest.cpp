@@ -4,7 +4,7 @@
 #include <QThread>
 
 #include "PresenceDesk.h"
-#include "PrivateBus.h"
+#include "support/PrivateBus.h"
 
 namespace kelvo {
 namespace {
