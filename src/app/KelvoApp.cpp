@@ -98,20 +98,28 @@ int run(int argc, char** argv) {
     });
     Notify(platform.notifications).requestAuth();
     EngineView view(EngineVM::shared());
-    MainWindow window(view);
-    if (window.window() == nullptr) {
-        std::fputs("The window cannot be opened; the lines above say why.\n", stderr);
-        return 1;
-    }
-
     Appearance appearance;
-    const auto follow = [&] { window.setDark(appearance.dark()); };
+    std::optional<MainWindow> window;
+    const auto follow = [&] {
+        if (window) window->setDark(appearance.dark());
+    };
+    const auto show = [&] {
+        if (!window) {
+            window.emplace(view);
+            follow();
+        }
+        window->raise();
+        if (window->window() != nullptr) return true;
+        std::fputs("The window cannot be opened; the lines above say why.\n", stderr);
+        QGuiApplication::exit(1);
+        return false;
+    };
+    // The bus starts the program for a question, too, or to match what is typed: no window then.
+    const bool byTheBus = QGuiApplication::arguments().contains(QStringLiteral("--service"));
+    if (!byTheBus && !show()) return 1;
     QObject::connect(&appearance, &Appearance::changed, &application, follow);
-    follow();
-    QObject::connect(&instance, &SingleInstance::activated, &application,
-                     [&window] { window.raise(); });
-    QObject::connect(&intents, &IntentService::appWanted, &application,
-                     [&window] { window.raise(); });
+    QObject::connect(&instance, &SingleInstance::activated, &application, show);
+    QObject::connect(&intents, &IntentService::appWanted, &application, show);
     intents.serve(EngineVM::shared(), platform.model);
     const int code = QGuiApplication::exec();
     // Its prompt's engine must not outlive the application object.

@@ -8,6 +8,18 @@
 #include <utility>
 
 namespace kelvo {
+namespace {
+
+/// Hands the engine work of an intent that opens the application. While the person is being asked
+/// something, the window stays where it is, too: it must not cover the question.
+void inFront(const IntentContext& context, std::function<void()> work) {
+    context.engine.resumption()([openApp = context.openApp, work = std::move(work)] {
+        if (openApp) openApp();
+        work();
+    });
+}
+
+} // namespace
 
 std::string rawValue(CCFamily family) {
     return "CC" + std::to_string(static_cast<int>(family) + 1);
@@ -53,7 +65,7 @@ void AdoptFamilyIntent::perform(const IntentContext& context, IntentDone done) c
     const auto found = std::ranges::find(context.families, id, &SOC2Template::id);
     if (found == context.families.end()) return done("I don't know family " + id + ".");
     EngineVM& engine = context.engine;
-    engine.resumption()([&engine, adopted = *found, done = std::move(done)] {
+    inFront(context, [&engine, adopted = *found, done = std::move(done)] {
         engine.adopt(adopted);
         done("Setting up " + adopted.title +
              ". Say “Run Kelvo SOC2”, then “Approve in Kelvo SOC2” to save it.");
@@ -62,7 +74,7 @@ void AdoptFamilyIntent::perform(const IntentContext& context, IntentDone done) c
 
 void PlayKelvoIntent::perform(const IntentContext& context, IntentDone done) const {
     EngineVM& engine = context.engine;
-    engine.resumption()([&engine, done = std::move(done)] {
+    inFront(context, [&engine, done = std::move(done)] {
         engine.play();
         done("Running. I’ll pause and ask you to approve if anything needs review.");
     });
@@ -70,7 +82,7 @@ void PlayKelvoIntent::perform(const IntentContext& context, IntentDone done) con
 
 void SealKelvoIntent::perform(const IntentContext& context, IntentDone done) const {
     EngineVM& engine = context.engine;
-    engine.resumption()([&engine, done = std::move(done)] {
+    inFront(context, [&engine, done = std::move(done)] {
         engine.bondCollapse();
         done("Confirm with Touch ID to approve and save this to your record.");
     });

@@ -47,6 +47,8 @@ struct IntentContext {
     EngineVM& engine;
     LanguageModel& model;
     std::span<const SOC2Template> families = SOC2Templates::all();
+    /// Brings the application to the front; called by an intent that opens it, when its turn comes.
+    std::function<void()> openApp{};
 };
 
 /// What an intent looks like from outside.

@@ -46,13 +46,12 @@ IntentService::IntentService(const QString& service, const QDBusConnection& bus,
 IntentService::~IntentService() = default;
 
 void IntentService::serve(EngineVM& engine, LanguageModel& model) {
-    desk_.open({engine, model});
+    IntentContext context{engine, model};
+    context.openApp = [this] { Q_EMIT appWanted(); };
+    desk_.open(context);
 }
 
 bool IntentService::run(const Intent& intent, IntentDone done) {
-    // First the window: an approval returns only when the person has answered.
-    const bool opens = typeOf(intent).opensApp;
-    if (opens) Q_EMIT appWanted();
     return desk_.submit(intent, std::move(done));
 }
 
