@@ -10,7 +10,7 @@
 
 /// What a grammar-driven speech recogniser needs to hear the phrases of `KelvoShortcuts`, and what
 /// it heard. A grammar alone would bend everything that is said into one of its phrases; so single
-/// speech sounds compete with the phrases, and what is nearer to no phrase becomes a row of sounds.
+/// speech sounds and sentences that are none compete with the phrases.
 namespace kelvo::VoiceGrammar {
 
 /// The grammar, in the Java Speech Grammar Format 1.0.
@@ -21,8 +21,8 @@ std::string grammar();
 /// same format, except those of the product's own name. Fails with the first word that it lacks.
 tl::expected<std::string, std::string> pronunciations(std::string_view dictionary);
 
-/// What a recogniser's hypothesis asks for, if anything. Up to two stray sounds before the phrase
-/// count as breath, except before the phrase that seals.
+/// What a recogniser's hypothesis asks for, if anything. A stray sound before the phrase counts as
+/// breath, two before an adoption; none is forgiven before the phrase that seals.
 std::optional<Intent> heard(std::string_view hypothesis);
 
 } // namespace kelvo::VoiceGrammar
