@@ -18,7 +18,8 @@ tl::expected<Intent, std::string> readQuestion(std::string_view question) {
         return tl::unexpected("The question is longer than " + std::to_string(longestQuestion) +
                               " bytes.");
     }
-    if (!isValidUtf8(question)) return tl::unexpected(std::string("The question is not UTF-8 text."));
+    if (!isValidUtf8(question))
+        return tl::unexpected(std::string("The question is not UTF-8 text."));
     if (trimmed(question).empty()) return tl::unexpected(std::string("The question is empty."));
     return AskKelvoAgentIntent{std::string(question)};
 }

@@ -118,8 +118,8 @@ std::string grammar() {
         single.push_back(soundWord(sound));
     return "#JSGF V1.0;\ngrammar kelvo;\npublic <said> = <phrase> | <other> | <rival>;\n"
            "<phrase> = " +
-           joined(phrases, "\n    | ") + ";\n<rival> = " +
-           joined({rivals.begin(), rivals.end()}, "\n    | ") + ";\n<other> = (" +
+           joined(phrases, "\n    | ") +
+           ";\n<rival> = " + joined({rivals.begin(), rivals.end()}, "\n    | ") + ";\n<other> = (" +
            joined(single, " | ") + ")+;\n";
 }
 

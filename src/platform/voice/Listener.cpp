@@ -20,10 +20,8 @@ const QString wordsFile = QStringLiteral("/phrases.dict");
 
 /// Found by trial on spoken phrases and on sentences that are none: with more insertion penalty the
 /// grammar bends other sentences into phrases, with less the single sounds win over real phrases.
-/// The beams are wide; so small a grammar costs nothing. Dither, from a fixed seed, keeps digital
-/// silence from misleading the noise estimate.
-const QStringList tuning{"-wip",   "1e-2",   "-beam",   "1e-100", "-wbeam", "1e-80",
-                         "-pbeam", "1e-100", "-dither", "yes",    "-seed",  "1"};
+/// The beams are wide; so small a grammar costs nothing.
+const QStringList tuning{"-wip", "1e-2", "-beam", "1e-100", "-wbeam", "1e-80", "-pbeam", "1e-100"};
 
 bool write(const QString& path, const std::string& text) {
     QFile file(path);

@@ -59,7 +59,6 @@ QVariant value(std::mt19937& random) {
     return values[random() % values.size()];
 }
 
-
 QVariantList arguments(const Target& target, std::mt19937& random) {
     // The right types with texts that mean nothing, now and then.
     if (std::string(target.signature) == "ss" && random() % 3 == 0)

@@ -54,13 +54,17 @@ TEST_F(IntentServiceTest, RefusesAWrongParameterWithAReason) {
     };
     const QString unknown = "org.freedesktop.DBus.Error.UnknownMethod";
     for (const Case& each :
-         {Case{"Adopt", {"CC10"}, invalid + "“CC10” is no control family. The families are CC1 to CC9."},
+         {Case{"Adopt",
+               {"CC10"},
+               invalid + "“CC10” is no control family. The families are CC1 to CC9."},
           Case{"Ask", {" "}, invalid + "The question is empty."},
           Case{"Ask", {QString(9000, u'x')}, invalid + "The question is longer than 8192 bytes."},
-          Case{"Say", {"approve in Kelvo"},
+          Case{"Say",
+               {"approve in Kelvo"},
                "org.kelvo.Soc2.Error.NotUnderstood: That is none of the phrases, so nothing was "
                "done."},
-          Case{"Say", {"Ask Kelvo SOC2"},
+          Case{"Say",
+               {"Ask Kelvo SOC2"},
                "org.kelvo.Soc2.Error.QuestionNeeded: What is the question?"},
           Case{"Adopt", {6}, unknown}, Case{"Run", {"now"}, unknown}, Case{"Ask", {}, unknown},
           Case{"Approve", {true}, unknown}, Case{"Seal", {}, unknown}})
@@ -76,8 +80,7 @@ TEST_F(IntentServiceTest, AnOpenPromptHoldsIntentsBackAndNoCaller) {
     std::vector<std::unique_ptr<Program>> waiting;
     whilePromptIsOpen(false, [&] {
         for (const QStringList& arguments : {QStringList{"adopt", "CC6"}, QStringList{"approve"}})
-            waiting.push_back(
-                std::make_unique<Program>(KELVO_SHORTCUT, arguments, bus_.address()));
+            waiting.push_back(std::make_unique<Program>(KELVO_SHORTCUT, arguments, bus_.address()));
         const int raisedBefore = raised_;
         // Their calls come in before these, which are answered.
         QTest::qWait(500);
