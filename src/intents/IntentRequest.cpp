@@ -69,7 +69,9 @@ std::string intentId(const Intent& intent) {
 tl::expected<Intent, std::string> readIntentId(std::string_view id) {
     const std::size_t colon = id.find(':');
     if (colon == std::string_view::npos) return readIntent(id, {});
-    return readIntent(id.substr(0, colon), id.substr(colon + 1));
+    auto intent = readIntent(id.substr(0, colon), id.substr(colon + 1));
+    if (intent && intentId(*intent) != id) return tl::unexpected(quoted(id) + " is no intent.");
+    return intent;
 }
 
 } // namespace kelvo

@@ -208,6 +208,8 @@ TEST(IntentRequest, ReadsWhatItWrites) {
         ASSERT_TRUE(intent) << id;
         EXPECT_EQ(intentId(*intent), id);
     }
+    for (const char* id : {"", ":", "run:", "approve:", "adopt", "adopt:", "ask:", "adopt:CC1:"})
+        EXPECT_FALSE(readIntentId(id)) << id;
 }
 
 TEST(IntentRequest, RefusesWithAReason) {

@@ -45,7 +45,7 @@ QString answered(const QDBusPendingCall& call) {
     const QDBusMessage reply = watcher.reply();
     if (reply.type() == QDBusMessage::ErrorMessage)
         return reply.errorName() + ": " + reply.errorMessage();
-    return reply.arguments().value(0).toString();
+    return reply.arguments().value(0).toStringList().value(0);
 }
 
 void Desk::SetUp() {
@@ -59,8 +59,9 @@ void Desk::SetUp() {
 void Desk::whilePromptIsOpen(bool answer, std::function<void()> during) {
     world_.authentication.answer = answer;
     world_.authentication.whileAsking = [this, during = std::move(during)] {
+        const auto work = during; // the next line ends this function object
         world_.authentication.whileAsking = nullptr;
-        during();
+        work();
     };
 }
 

@@ -43,7 +43,7 @@ inline const QString applicationPath = QStringLiteral("/org/kelvo/Soc2");
 /// A method call in three words: path, interface, method.
 QDBusMessage methodCall(const QString& path, const QString& interface, const QString& method,
                         const QVariantList& arguments = {});
-/// What it was answered with: the first argument as text, or the error's name and text.
+/// What it was answered with: the first text, or the error's name and text.
 QString answered(const QDBusPendingCall& call);
 
 /// The real service and the real engine on scripted ports, on a bus with callers.

@@ -42,7 +42,6 @@ QVariant value(std::mt19937& random) {
     const std::vector<QVariant> values{
         QString(),
         QString(" \n\t"),
-        QString(QChar(0x202e)) + " ",
         QString(1 << 20, u' '),
         QString(1 << 18, QChar(0x20ac)),
         6,
