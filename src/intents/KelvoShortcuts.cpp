@@ -19,6 +19,7 @@ std::vector<SpokenPhrase> expand(std::string_view phrase, const IntentType& type
     if (type == PlayKelvoIntent::type) return {{text, PlayKelvoIntent{}}};
     if (type == SealKelvoIntent::type) return {{text, SealKelvoIntent{}}};
     std::vector<SpokenPhrase> each;
+    each.reserve(allCCFamilies.size());
     for (const CCFamily family : allCCFamilies) {
         each.push_back({filled(text, familyPlace, displayName(family)), AdoptFamilyIntent{family}});
     }

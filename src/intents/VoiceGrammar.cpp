@@ -114,6 +114,7 @@ std::string grammar() {
     for (const SpokenPhrase& phrase : KelvoShortcuts::spokenPhrases())
         phrases.push_back(joined(saidWords(phrase.text), " "));
     std::vector<std::string> single;
+    single.reserve(sounds.size());
     for (const std::string_view sound : sounds)
         single.push_back(soundWord(sound));
     return "#JSGF V1.0;\ngrammar kelvo;\npublic <said> = <phrase> | <other> | <rival>;\n"

@@ -16,7 +16,7 @@ constexpr int possibleMatch = 30;
 const QString icon = QStringLiteral("org.kelvo.Soc2");
 
 QString offerTitle(const PhraseOffer& offer) {
-    const QString text = QString::fromStdString(offer.text);
+    QString text = QString::fromStdString(offer.text);
     if (!std::holds_alternative<AskKelvoAgentIntent>(offer.intent)) return text;
     return QString::fromUtf8(offer.shortTitle.data(), qsizetype(offer.shortTitle.size())) +
            QStringLiteral(": ") + text;

@@ -1,7 +1,7 @@
 #include "voice/IntentService.h"
 
 #include <QDBusMetaType>
-#include <QMetaObject>
+#include <QTimer>
 
 #include "voice/IntentObjects.h"
 
@@ -70,8 +70,7 @@ std::optional<QString> IntentService::activate(const QString& action,
 }
 
 void IntentService::runLater(const Intent& intent) {
-    QMetaObject::invokeMethod(
-        this, [this, intent] { (void)run(intent, [](const auto&) {}); }, Qt::QueuedConnection);
+    QTimer::singleShot(0, this, [this, intent] { (void)run(intent, [](const auto&) {}); });
 }
 
 } // namespace kelvo
