@@ -1,7 +1,8 @@
 #include "voice/IntentService.h"
 
 #include <QDBusMetaType>
-#include <QTimer>
+#include <QMetaObject>
+#include <utility>
 
 #include "voice/IntentObjects.h"
 
@@ -70,7 +71,14 @@ std::optional<QString> IntentService::activate(const QString& action,
 }
 
 void IntentService::runLater(const Intent& intent) {
-    QTimer::singleShot(0, this, [this, intent] { (void)run(intent, [](const auto&) {}); });
+    later_.push_back(intent);
+    QMetaObject::invokeMethod(this, "runNext", Qt::QueuedConnection);
+}
+
+void IntentService::runNext() {
+    const Intent intent = std::move(later_.front());
+    later_.pop_front();
+    (void)run(intent, [](const auto&) {});
 }
 
 } // namespace kelvo

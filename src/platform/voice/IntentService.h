@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QString>
 #include <QVariantList>
+#include <deque>
 #include <optional>
 
 namespace kelvo {
@@ -63,8 +64,12 @@ Q_SIGNALS:
     /// An intent runs that brings the application to the front.
     void appWanted();
 
+private Q_SLOTS:
+    void runNext();
+
 private:
     IntentDesk desk_;
+    std::deque<Intent> later_;
     bool registered_ = false;
 };
 

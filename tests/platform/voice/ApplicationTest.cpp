@@ -31,7 +31,7 @@ protected:
                             .replace("@CMAKE_INSTALL_FULL_BINDIR@", folder)
                             .toUtf8());
     }
-    ~ApplicationTest() override {
+    void TearDown() override {
         const QDBusReply<uint> process = (*caller_).interface()->servicePid(application);
         if (process.isValid()) ::kill(pid_t(process.value()), SIGKILL);
     }

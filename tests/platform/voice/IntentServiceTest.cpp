@@ -10,10 +10,8 @@
 namespace kelvo::test {
 namespace {
 
-using ::testing::AllOf;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-using ::testing::Not;
 
 const QString approvalDialog =
     QStringLiteral("Confirm with Touch ID to approve and save this to your record.");

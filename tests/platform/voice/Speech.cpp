@@ -15,7 +15,7 @@ namespace {
 
 constexpr int wantedRate = 16000;
 constexpr qsizetype headerSize = 44;
-constexpr std::size_t silence = wantedRate * 3 / 10;
+constexpr qsizetype silence = wantedRate * 3 / 10;
 
 /// Band-limited interpolation by a windowed sinc (J. O. Smith, "Digital Audio Resampling").
 std::vector<double> resampled(const std::vector<double>& in, int rate) {
@@ -43,7 +43,7 @@ void append(QByteArray& bytes, Number number) {
 }
 
 QByteArray waveFile(const std::vector<double>& samples) {
-    const auto size = quint32((samples.size() + 2 * silence) * 2);
+    const auto size = quint32((qsizetype(samples.size()) + 2 * silence) * 2);
     QByteArray bytes("RIFF");
     append(bytes, quint32(36 + size));
     bytes.append("WAVEfmt ");
@@ -56,10 +56,10 @@ QByteArray waveFile(const std::vector<double>& samples) {
     append(bytes, quint16(16));
     bytes.append("data");
     append(bytes, size);
-    bytes.append(qsizetype(silence * 2), '\0');
+    bytes.append(silence * 2, '\0');
     for (const double sample : samples)
         append(bytes, qint16(std::clamp(sample, -32768.0, 32767.0)));
-    bytes.append(qsizetype(silence * 2), '\0');
+    bytes.append(silence * 2, '\0');
     return bytes;
 }
 
