@@ -3,7 +3,8 @@
 #include <QSet>
 #include <QTest>
 #include <QXmlStreamReader>
-#include <memory>
+#include <utility>
+#include <vector>
 
 #include "Desk.h"
 
@@ -75,23 +76,24 @@ TEST_F(IntentServiceTest, RefusesAWrongParameterWithAReason) {
 TEST_F(IntentServiceTest, AnOpenPromptHoldsIntentsBackAndNoCaller) {
     vm_.pause();
     world_.transcript();
-    std::vector<std::unique_ptr<Program>> waiting;
+    std::vector<QDBusPendingCall> waiting;
     whilePromptIsOpen(false, [&] {
-        for (const QStringList& arguments : {QStringList{"adopt", "CC6"}, QStringList{"approve"}})
-            waiting.push_back(std::make_unique<Program>(KELVO_SHORTCUT, arguments, bus_.address()));
         const int raisedBefore = raised_;
-        // Their calls come in before these, which are answered.
-        QTest::qWait(500);
+        for (const auto& [method, arguments] :
+             {std::pair{"Adopt", QVariantList{"CC6"}}, std::pair{"Approve", QVariantList{}}})
+            waiting.push_back((*caller_).asyncCall(
+                methodCall("/org/kelvo/Soc2/Intents", IntentBus::interface, method, arguments)));
+        // One connection's calls come in their order; these are answered.
         EXPECT_EQ(intent("Phrases"), "Ask Kelvo SOC2");
         EXPECT_TRUE(intent("Adopt", {"CC0"}).startsWith(invalid));
         EXPECT_THAT(*vm_.adopted, IsEmpty());
         EXPECT_EQ(raised_, raisedBefore) << "the window must not cover the prompt";
-        for (const auto& each : waiting)
-            EXPECT_TRUE(each->running());
+        for (const QDBusPendingCall& each : waiting)
+            EXPECT_FALSE(each.isFinished());
     });
     EXPECT_EQ(intent("Approve"), approvalDialog);
-    EXPECT_EQ(waiting[0]->end().code, 0);
-    EXPECT_EQ(waiting[1]->end().output, approvalDialog + "\n");
+    EXPECT_TRUE(answered(waiting[0]).startsWith("Setting up"));
+    EXPECT_EQ(answered(waiting[1]), approvalDialog);
     EXPECT_THAT(*vm_.adopted, ElementsAre("CC6"));
     EXPECT_EQ(world_.authentication.reasons.size(), 1U) << "the second approval joined the first";
     EXPECT_TRUE(vm_.totems->empty()) << "the person has denied it";
