@@ -28,6 +28,7 @@
 #include "model/LoopbackModel.h"
 #include "pdf/PopplerPdfText.h"
 #include "responder/BuiltInResponder.h"
+#include "voice/IntentService.h"
 
 Q_IMPORT_QML_PLUGIN(KelvoPlugin)
 
@@ -65,6 +66,37 @@ struct Platform {
     LoopbackModel model{[this](const ModelRequest& request) { return responder.respond(request); }};
 };
 
+/// The window, once one is wanted, in the desktop's preference.
+class Front {
+public:
+    explicit Front(EngineView& view) : view_(view) {
+        QObject::connect(&appearance_, &Appearance::changed, &appearance_, [this] { follow(); });
+    }
+
+    /// Opens the window or brings it forward. Where it cannot be opened, says so and ends the
+    /// program.
+    bool show() {
+        if (!window_) {
+            window_.emplace(view_);
+            follow();
+        }
+        window_->raise();
+        if (window_->window() != nullptr) return true;
+        std::fputs("The window cannot be opened; the lines above say why.\n", stderr);
+        QGuiApplication::exit(1);
+        return false;
+    }
+
+private:
+    void follow() {
+        if (window_) window_->setDark(appearance_.dark());
+    }
+
+    EngineView& view_;
+    Appearance appearance_;
+    std::optional<MainWindow> window_;
+};
+
 int run(int argc, char** argv) {
     // Before any other thread: it clears variables that could mislead a PAM module.
     std::optional<PamAuthentication> authentication(std::in_place);
@@ -75,11 +107,16 @@ int run(int argc, char** argv) {
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/kelvo/org.kelvo.Soc2.svg")));
     MainWindow::prepare();
 
+    // Its objects come before the name, by which callers find them.
+    IntentService intents(applicationId);
     SingleInstance instance(applicationId);
     if (!instance.isFirst()) {
         instance.activateFirst();
         return 0;
     }
+    instance.setActions([&intents](const QString& action, const QVariantList& parameters) {
+        return intents.activate(action, parameters);
+    });
 
     Platform platform;
     EngineVM::provideShared([&] {
@@ -98,18 +135,15 @@ int run(int argc, char** argv) {
     QObject::connect(&platform.model, &LoopbackModel::modelLineChanged, &view, showModel);
     showModel();
     platform.model.refresh();
-    MainWindow window(view);
-    if (window.window() == nullptr) {
-        std::fputs("The window cannot be opened; the lines above say why.\n", stderr);
-        return 1;
-    }
 
-    Appearance appearance;
-    const auto follow = [&] { window.setDark(appearance.dark()); };
-    QObject::connect(&appearance, &Appearance::changed, &application, follow);
-    follow();
-    QObject::connect(&instance, &SingleInstance::activated, &application,
-                     [&window] { window.raise(); });
+    Front front(view);
+    // The bus starts the program for a question, too, or to match what is typed: no window then.
+    const bool byTheBus = QGuiApplication::arguments().contains(QStringLiteral("--service"));
+    if (!byTheBus && !front.show()) return 1;
+    const auto show = [&front] { front.show(); };
+    QObject::connect(&instance, &SingleInstance::activated, &application, show);
+    QObject::connect(&intents, &IntentService::appWanted, &application, show);
+    intents.serve(EngineVM::shared(), platform.model);
     const int code = QGuiApplication::exec();
     // Its prompt's engine must not outlive the application object.
     authentication.reset();

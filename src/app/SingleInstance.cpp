@@ -1,6 +1,7 @@
 #include "app/SingleInstance.h"
 
 #include <QDBusConnectionInterface>
+#include <QDBusError>
 #include <QDBusMessage>
 #include <utility>
 
@@ -29,12 +30,23 @@ void SingleInstance::activateFirst() {
     bus_.call(call, QDBus::Block, 3000);
 }
 
+void SingleInstance::setActions(Actions actions) {
+    actions_ = std::move(actions);
+}
+
 void SingleInstance::Activate(const QVariantMap& /*platformData*/) {
     Q_EMIT activated();
 }
 
 void SingleInstance::Open(const QStringList& /*uris*/, const QVariantMap& /*platformData*/) {
     Q_EMIT activated();
+}
+
+void SingleInstance::ActivateAction(const QString& action, const QVariantList& parameters,
+                                    const QVariantMap& /*platformData*/) {
+    const std::optional<QString> refusal =
+        actions_ ? actions_(action, parameters) : QStringLiteral("There are no actions.");
+    if (refusal) sendErrorReply(QDBusError::InvalidArgs, *refusal);
 }
 
 } // namespace kelvo

@@ -197,6 +197,12 @@ public:
     /// Adds a control family to the system and installs the composed graph of all adopted ones.
     void adopt(const SOC2Template& family);
 
+    // --- Work that comes from outside ------------------------------------------------------------
+
+    /// What runs a continuation in its turn: at once, or when nobody is being asked anything any
+    /// more; never once the engine is gone. It may be called at any time and outlives the engine.
+    std::function<void(std::function<void()>)> resumption();
+
 private:
     /// The source that the engine drives. The integrator reads the effort at each evaluation and
     /// shares it, so that a copy of the integrator stays valid without the engine.
@@ -281,9 +287,6 @@ private:
     // Work that is waited for
     /// Runs `task` later, through the queue, unless the engine is gone by then.
     void start(std::function<void()> task);
-    /// What a task hands its result to: runs the continuation through the queue, unless the engine
-    /// is gone by then. It may be called at any time and outlives the engine.
-    std::function<void(std::function<void()>)> resumption();
 
     /// Shows that the model is at something, until the matching end.
     std::uint64_t beginModelWork(std::string title);

@@ -2,6 +2,7 @@
 
 #include <QDBusConnection>
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QString>
 
 namespace kelvo::test {
@@ -9,7 +10,10 @@ namespace kelvo::test {
 /// A message bus of the test's own, gone with this object.
 class PrivateBus {
 public:
-    PrivateBus() {
+    /// `environment` is the daemon's, and that of the services that it starts.
+    explicit PrivateBus(
+        const QProcessEnvironment& environment = QProcessEnvironment::systemEnvironment()) {
+        daemon_.setProcessEnvironment(environment);
         daemon_.start("dbus-daemon", {"--session", "--nofork", "--print-address=1"});
         if (daemon_.waitForStarted() && daemon_.waitForReadyRead()) {
             address_ = QString::fromUtf8(daemon_.readLine()).trimmed();
@@ -24,6 +28,8 @@ public:
 
     /// Empty when no bus could be started.
     QString address() const { return address_; }
+    /// What the services that it started have written to standard error since the last call.
+    QString complaints() { return QString::fromUtf8(daemon_.readAllStandardError()); }
 
 private:
     QProcess daemon_;
