@@ -1,6 +1,7 @@
 #include "ui/TraceItem.h"
 
 #include "base/Text.h"
+#include "ui/Curve.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -13,6 +14,9 @@ namespace {
 
 /// Ten seconds of running.
 constexpr std::size_t samplesKept = 600;
+
+/// What nobody sees on a screen, in pixels.
+constexpr double tolerance = 0.3;
 
 } // namespace
 
@@ -93,6 +97,7 @@ void TraceItem::paintRate(QPainter& painter, const QRectF& plot) const {
     QPolygonF curve;
     for (const Sample& each : samples_)
         curve.append({across(each.t, plot), up(each.rate)});
+    curve = simplified(curve, tolerance);
     QPainterPath area;
     area.addPolygon(curve);
     area.lineTo(curve.last().x(), plot.bottom());
@@ -151,7 +156,7 @@ void TraceItem::paintStates(QPainter& painter, const QRectF& plot) const {
             nameAt += painter.fontMetrics().horizontalAdvance(name);
         }
         painter.setPen(QPen(colour, textSize_ / 8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-        painter.drawPolyline(curve);
+        painter.drawPolyline(simplified(curve, tolerance));
     }
 }
 

@@ -1,5 +1,6 @@
 // The pictures of the model, and what fits where.
 
+#include "ui/Curve.h"
 #include "ui/GraphLayout.h"
 
 #include <gtest/gtest.h>
@@ -8,6 +9,8 @@
 #include <QLineF>
 #include <QSet>
 #include <QTest>
+#include <algorithm>
+#include <cmath>
 
 #include "Stage.h"
 
@@ -34,6 +37,29 @@ TEST(GraphLayout, LeavesOutBondsThatNameNoNode) {
     const BondGraph graph{{{"a", NodeKind::Se}, {"b", NodeKind::R}}, {{0, 1}, {0, 7}, {-1, 1}}};
     EXPECT_EQ(layOut(graph).nodes.size(), 2U);
     EXPECT_TRUE(layOut(BondGraph{}).nodes.empty());
+}
+
+TEST(Curve, StaysWithinItsToleranceInFarFewerPoints) {
+    QPolygonF points;
+    for (int i = 0; i < 600; ++i) {
+        const double x = 0.7 * i;
+        // A swing, a jump, a spike of one sample, a flat end.
+        points.append({x, i < 300 ? 40 * std::sin(i / 40.0) : i == 450 ? 5.0 : 80.0});
+    }
+    const QPolygonF kept = simplified(points, 0.3);
+    EXPECT_LT(kept.size(), 60);
+    EXPECT_EQ(kept.first(), points.first());
+    EXPECT_EQ(kept.last(), points.last());
+    for (const QPointF& point : points) {
+        const auto right = std::find_if(kept.begin() + 1, kept.end() - 1,
+                                        [&](const QPointF& each) { return each.x() >= point.x(); });
+        const QPointF left = *(right - 1);
+        const double share = (point.x() - left.x()) / (right->x() - left.x());
+        EXPECT_NEAR(left.y() + share * (right->y() - left.y()), point.y(), 0.3 + 1e-9) << point.x();
+    }
+    const QPolygonF vertical({{0, 0}, {0, 5}, {0, 9}});
+    EXPECT_EQ(simplified(vertical, 0.3).last(), QPointF(0, 9));
+    EXPECT_TRUE(simplified({}, 0.3).isEmpty());
 }
 
 TEST(Pictures, TheElementUnderThePointerIsNamed) {
