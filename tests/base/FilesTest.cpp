@@ -1,14 +1,11 @@
 #include "base/Files.h"
 
+#include "support/Child.h"
 #include "support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <csignal>
 #include <fstream>
 
 namespace kelvo {
@@ -79,18 +76,12 @@ TEST_F(Files, AFailedWriteLeavesTheOldFileAndNothingElse) {
     EXPECT_FALSE(writeFileAtomically(at("missing") / "f", "new").has_value());
     EXPECT_EQ(entries(), 2U);
 
-    // A disk that is full after 4 KiB, in a process of its own since the limit cannot be lifted.
-    const pid_t child = ::fork();
-    if (child == 0) {
-        std::signal(SIGXFSZ, SIG_IGN);
-        const rlimit limit{4096, 4096};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-        const auto written = writeFileAtomically(at("f"), std::string(100000, 'n'));
-        ::_exit(!written && written.error().description == "f: File too large" ? 0 : 1);
-    }
-    int status = 0;
-    ASSERT_EQ(::waitpid(child, &status, 0), child);
-    EXPECT_EQ(status, 0);
+    EXPECT_EQ(test::inChild([this] {
+                  test::limitFilesTo(4096);
+                  const auto written = writeFileAtomically(at("f"), std::string(100000, 'n'));
+                  return written ? "written" : written.error().description;
+              }),
+              "f: File too large");
     EXPECT_EQ(*readFile(at("f")), "old");
     EXPECT_EQ(entries(), 2U);
 }

@@ -19,10 +19,7 @@ std::optional<std::string> errorOf(const std::string& text) {
 }
 
 TEST(JsonReader, NamesTheFirstMemberThatIsWrong) {
-    const struct {
-        std::string text;
-        std::optional<std::string> error;
-    } table[] = {
+    const std::pair<const char*, std::optional<std::string>> table[] = {
         {R"([])", "expected an object"},
         {R"({})", "nodes: missing"},
         {R"({"nodes":3})", "nodes: expected an array"},
@@ -38,8 +35,8 @@ TEST(JsonReader, NamesTheFirstMemberThatIsWrong) {
         {R"({"nodes":[{"id":"a","w":3.0,"param":null,"more":[]}],"tags":null})", std::nullopt},
         {R"({"nodes":[{"id":"a","w":-9223372036854775808}]})", std::nullopt},
     };
-    for (const auto& row : table)
-        EXPECT_EQ(errorOf(row.text), row.error) << row.text;
+    for (const auto& [text, error] : table)
+        EXPECT_EQ(errorOf(text), error) << text;
 }
 
 TEST(JsonReader, KeepsTheFirstFailureAndReadsNothingAfterIt) {

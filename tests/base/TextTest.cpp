@@ -7,16 +7,13 @@
 #include <clocale>
 #include <cmath>
 #include <limits>
+#include <tuple>
 
 namespace kelvo {
 namespace {
 
 TEST(Text, CountsAndCutsWhatAPersonSeesAsCharacters) {
-    const struct {
-        std::string text;
-        std::size_t count;
-        std::string firstTwo;
-    } table[] = {
+    const std::tuple<std::string, std::size_t, std::string> table[] = {
         {"", 0, ""},
         {"abc", 3, "ab"},
         {"e\u0301a\u0300x", 3, "e\u0301a\u0300"},
@@ -26,10 +23,10 @@ TEST(Text, CountsAndCutsWhatAPersonSeesAsCharacters) {
         {"각\u1100\u1161x", 3, "각\u1100\u1161"},
         {"\xFF\xFEz", 3, "\xFF\xFE"},
     };
-    for (const auto& row : table) {
-        EXPECT_EQ(characterCount(row.text), row.count) << row.text;
-        EXPECT_EQ(firstCharacters(row.text, 2), row.firstTwo) << row.text;
-        EXPECT_EQ(firstCharacters(row.text, 99), row.text);
+    for (const auto& [text, count, firstTwo] : table) {
+        EXPECT_EQ(characterCount(text), count) << text;
+        EXPECT_EQ(firstCharacters(text, 2), firstTwo) << text;
+        EXPECT_EQ(firstCharacters(text, 99), text);
     }
 }
 

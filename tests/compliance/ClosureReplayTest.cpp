@@ -1,6 +1,8 @@
 #include "compliance/ClosureReplay.h"
 
 #include "base/Json.h"
+#include "compliance/ControlClosure.h"
+#include "support/SlowRecordReader.h"
 #include "support/TemporaryDirectory.h"
 
 #include <gmock/gmock.h>
@@ -14,6 +16,7 @@ namespace kelvo {
 namespace {
 
 namespace fs = std::filesystem;
+using support::closedBySlowReading;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
@@ -27,34 +30,13 @@ std::string record(const std::string& criterion) {
            criterion + "\"}";
 }
 
-/// The rule once more, over the general reader and without any shortcut.
-std::optional<std::string> closedBySlowReading(std::string_view text) {
-    const auto document = parseJson(text);
-    if (!document || !document->is_object()) return std::nullopt;
-    const Json nothing;
-    const auto member = [&](const char* key) -> const Json& {
-        const auto found = document->find(key);
-        return found == document->end() ? nothing : *found;
-    };
-    if (member("sourceDb") != "control") return std::nullopt;
-    if (!member("gate_after").is_number() || member("gate_after").get<double>() != 1.0)
-        return std::nullopt;
-    const Json& root = member("evidence_root");
-    if (!root.is_string() || root.get<std::string>().empty()) return std::nullopt;
-    if (!member("criterion").is_string()) return std::nullopt;
-    return member("criterion").get<std::string>();
-}
-
 std::string nested(std::size_t levels) {
     return R"({"x":)" + std::string(levels, '[') + std::string(levels, ']') +
            R"(,"sourceDb":"control","gate_after":1,"evidence_root":"ab","criterion":"A"})";
 }
 
 TEST(ClosureReader, TakesOnlyACompleteClosureAndTheLastOfRepeatedKeys) {
-    const struct {
-        std::string text;
-        std::optional<std::string> criterion;
-    } table[] = {
+    const std::pair<std::string, std::optional<std::string>> table[] = {
         {record("CC6-access"), "CC6-access"},
         {R"({"gate_after":1.0,"evidence_root":"x","criterion":"\u0041\/é","sourceDb":"contr\u006fl"})",
          "A/é"},
@@ -95,10 +77,9 @@ TEST(ClosureReader, TakesOnlyACompleteClosureAndTheLastOfRepeatedKeys) {
         {nested(100'000), {}},
     };
     ClosureReader reader;
-    for (const auto& row : table) {
-        const auto closed = reader.closedCriterion(row.text);
-        EXPECT_EQ(closed, row.criterion) << row.text.substr(0, 120);
-        EXPECT_EQ(closedBySlowReading(row.text), row.criterion) << row.text.substr(0, 120);
+    for (const auto& [text, criterion] : table) {
+        EXPECT_EQ(reader.closedCriterion(text), criterion) << text.substr(0, 120);
+        EXPECT_EQ(closedBySlowReading(text), criterion) << text.substr(0, 120);
     }
 }
 
@@ -166,56 +147,54 @@ TEST(SealedClosures, ARecordLargerThanTheBoundClosesNothing) {
     EXPECT_THAT(sealedClosures(folder.path(), {"A", "B", "C"}), ElementsAre("A"));
 }
 
-/// The i-th hostile entry of a directory, under a record's name.
-void writeHostile(const fs::path& path, int i) {
-    switch (i % 12) {
-    case 0:
-        return write(path, "");
-    case 1:
-        return write(path, record("bad").substr(0, 40));
-    case 2:
-        return write(path, "[" + record("bad") + "]");
-    case 3:
-        return write(path,
-                     R"({"sourceDb":7,"gate_after":1,"evidence_root":"x","criterion":"bad"})");
-    case 4:
-        return write(path, std::string(5000, '['));
-    case 5:
-        ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
-        return;
-    case 6:
-        fs::create_directory(path);
-        return;
-    case 7:
-        return fs::create_symlink(path.parent_path() / "nowhere", path);
-    case 8:
-        return fs::create_symlink(path.parent_path(), path);
-    case 9:
-        return write(path, "{\"criterion\":\"bad\xC3\"}");
-    case 10:
-        write(path, record("bad"));
-        return fs::resize_file(path, std::uintmax_t{1} << 33); // sparse: no disk is used
-    default:
-        return fs::create_symlink(path, path);
-    }
-}
-
 TEST(SealedClosures, AHostileDirectoryClosesExactlyWhatIsValid) {
     const test::TemporaryDirectory folder;
     CriterionIds wanted{"bad", "never sealed"};
     CriterionIds valid;
-    for (int i = 0; i < 10'000; ++i) {
-        const fs::path path = folder.path() / ("control-" + std::to_string(i) + ".totem.json");
-        if (i % 3 == 0) {
-            writeHostile(path, i / 3);
-        } else {
-            const std::string id = "CC-" + std::to_string(i);
-            write(path, record(id));
+    int entries = 0;
+    const auto name = [&] {
+        return folder.path() / ("control-" + std::to_string(entries++) + ".totem.json");
+    };
+    for (int round = 0; round < 20; ++round) {
+        for (const std::string& text :
+             {std::string(), record("bad").substr(0, 40), "[" + record("bad") + "]",
+              std::string(R"({"sourceDb":7,"gate_after":1,"evidence_root":"x","criterion":"bad"})"),
+              std::string(5000, '['), std::string("{\"criterion\":\"bad\xC3\"}")})
+            write(name(), text);
+        ASSERT_EQ(::mkfifo(name().c_str(), 0600), 0);
+        fs::create_directory(name());
+        fs::create_symlink(folder.path() / "nowhere", name());
+        fs::create_symlink(folder.path(), name());
+        const fs::path itself = name();
+        fs::create_symlink(itself, itself);
+        const fs::path sparse = name();
+        write(sparse, record("bad"));
+        fs::resize_file(sparse, std::uintmax_t{1} << 33);
+        for (int i = 0; i < 4; ++i) {
+            const std::string id = "CC-" + std::to_string(entries);
+            write(name(), record(id));
             wanted.insert(id);
             valid.insert(id);
         }
     }
     EXPECT_EQ(sealedClosures(folder.path(), wanted), valid);
+}
+
+TEST(SealedClosures, TheLargestRecordOfAPolicyCanBeReadBack) {
+    const std::string id(64U << 10, '\x01'); // six bytes each when written
+    const std::string evidence(256U << 10, '\x01');
+    ControlClosure largest;
+    largest.criterion = id;
+    largest.evidenceRoot = "ab";
+    largest.evidenceName = "policy-" + id + ".txt";
+    Json document = controlPayload(largest);
+    document.update(Json{{"source_variables", evidence},
+                         {"title", "Sealed generated policy " + id},
+                         {"evidence_summary", "generated from graph variables"}});
+    const auto text = writeJson(document, JsonLayout::pretty);
+    ASSERT_TRUE(text);
+    EXPECT_LT(text->size(), largestRecordFile - 100'000) << "with room for the rest of a record";
+    EXPECT_EQ(ClosureReader().closedCriterion(*text), id);
 }
 
 } // namespace

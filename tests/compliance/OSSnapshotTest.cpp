@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <map>
 #include <optional>
+#include <tuple>
 
 namespace kelvo {
 namespace {
@@ -52,13 +53,7 @@ TEST(OSSnapshot, AsksFiveToolsInOrderAndAlwaysGivesFiveFacts) {
 }
 
 TEST(OSSnapshot, EachOutputIsReadAsItsToolMeansIt) {
-    const struct {
-        const char* command;
-        std::size_t position;
-        const char* output;
-        const char* value;
-        bool ok;
-    } table[] = {
+    const std::tuple<const char*, std::size_t, const char*, const char*, bool> table[] = {
         {disk, 0, "FileVault is On.\n", "on", true},
         {disk, 0, "FILEVAULT IS ON.", "on", true},
         {disk, 0, "FileVault is Off.", "off", false},
@@ -87,12 +82,12 @@ TEST(OSSnapshot, EachOutputIsReadAsItsToolMeansIt) {
         {apps, 4, "assessments enabled", "enabled", true},
         {apps, 4, "assessments disabled", "disabled", false},
     };
-    for (const auto& row : table) {
+    for (const auto& [command, position, output, value, ok] : table) {
         ScriptedTools tools;
-        tools.outputs[row.command] = row.output;
-        const OSFact fact = OSSnapshot::read(tools)[row.position];
-        EXPECT_EQ(fact.value, row.value) << row.command << ": " << row.output;
-        EXPECT_EQ(fact.ok, row.ok) << row.command << ": " << row.output;
+        tools.outputs[command] = output;
+        const OSFact fact = OSSnapshot::read(tools)[position];
+        EXPECT_EQ(fact.value, value) << command << ": " << output;
+        EXPECT_EQ(fact.ok, ok) << command << ": " << output;
     }
 }
 

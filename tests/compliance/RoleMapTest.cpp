@@ -31,10 +31,7 @@ TEST(RoleMap, ControlsComeFromTheListOrElseFromTheCriteria) {
     ASSERT_TRUE(map) << map.error();
     EXPECT_EQ(map->roleNames(), (std::vector<std::string>{"Owner", "Engineer", "People", "Auditor",
                                                           "Nobody", "Owner"}));
-    const struct {
-        const char* role;
-        Controls controls;
-    } table[] = {
+    const std::pair<const char*, Controls> table[] = {
         {"Owner", {}},
         {"Engineer", {{"CC6", "Encrypt", "os"}}},
         {"People", {{"CC1", "Attest control", "attest"}, {"CC2", "Attest control", "attest"}}},
@@ -43,18 +40,15 @@ TEST(RoleMap, ControlsComeFromTheListOrElseFromTheCriteria) {
         {"auditor", {}},
         {"", {}},
     };
-    for (const auto& row : table)
-        EXPECT_EQ(map->controlsFor(row.role), row.controls) << row.role;
+    for (const auto& [role, controls] : table)
+        EXPECT_EQ(map->controlsFor(role), controls) << role;
     EXPECT_EQ(map->role("Owner"), &map->roles[0]) << "of repeated names the first counts";
     EXPECT_EQ(map->role("Engineer")->name(), "Engineer");
     EXPECT_EQ(map->role("engineer"), nullptr);
 }
 
 TEST(RoleMap, AFileWithAFaultIsRefusedWholeAndTheMemberNamed) {
-    const struct {
-        const char* text;
-        const char* fault;
-    } table[] = {
+    const std::pair<const char*, const char*> table[] = {
         {"{}", "roles.json: roles: missing"},
         {R"({"roles":null})", "roles.json: roles: expected an array"},
         {R"({"roles":[{"readonly":true}]})", "roles.json: roles[0].role: missing"},
@@ -68,14 +62,11 @@ TEST(RoleMap, AFileWithAFaultIsRefusedWholeAndTheMemberNamed) {
          "roles[0].criteria: expected only strings"},
         {"[", "roles.json: "},
     };
-    for (const auto& row : table) {
-        const auto map = loaded(row.text);
-        ASSERT_FALSE(map) << row.text;
-        EXPECT_THAT(map.error(), HasSubstr(row.fault)) << row.text;
+    for (const auto& [text, fault] : table) {
+        const auto map = loaded(text);
+        ASSERT_FALSE(map) << text;
+        EXPECT_THAT(map.error(), HasSubstr(fault)) << text;
     }
-}
-
-TEST(RoleMap, AFileOfAHundredMegabytesIsRefusedInWords) {
     const test::TemporaryDirectory folder;
     const auto file = folder.path() / "roles.json";
     ASSERT_TRUE(writeFileAtomically(file, "{"));

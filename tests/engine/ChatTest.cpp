@@ -1,14 +1,10 @@
 #include "base/Files.h"
 #include "base/Uuid.h"
-#include "support/World.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "EngineTest.h"
 
-namespace kelvo {
+namespace kelvo::test {
 namespace {
-
-using ::testing::ElementsAre;
 
 const std::string unavailable =
     "On-device assistant unavailable right now — use the buttons on the right.";
@@ -17,75 +13,67 @@ std::string answer(const std::string& text, const std::string& action) {
     return Json{{"answer", text}, {"action", action}}.dump();
 }
 
-class Chat : public ::testing::Test {
+class Chat : public EngineTest {
 protected:
-    EngineVM& start() {
-        return world.startAsOwner(
-            {{"CC6-access", 0.4, 1, "x GAP: no review "}, {"CC7-logs", 1, 1}});
+    void start() {
+        world.startAsOwner({{"CC6-access", 0.4, 1, "x GAP: no review "}, {"CC7-logs", 1, 1}});
     }
     void ask(const std::string& question, const std::string& text, const std::string& action) {
-        world.engine().askAssistant(question);
+        world->askAssistant(question);
         world.eventLoop.drain();
         world.model.answer(answer(text, action));
     }
-
-    test::World world;
 };
 
 TEST_F(Chat, AQuestionIsAnsweredFromTheLiveState) {
-    EngineVM& vm = start();
-    vm.askAssistant(" \n what next?\u2003");
+    start();
+    world->askAssistant(" \n what next?\u2003");
     world.eventLoop.drain();
     EXPECT_EQ(
         world.model.requests.at(0).prompt,
         "Current state:\nOwner: Ada Byron\nReadiness: 70.0% (1/13 criteria met)\n"
         "Open gaps (criterion id — what's needed):\n- CC6-access: no review\n\nUser: what next?");
-    EXPECT_TRUE(*vm.assistantBusy);
+    EXPECT_TRUE(*world->assistantBusy);
     world.model.answer(answer("Close the gap.", " Generate: cc6-ACCESS \n"));
-    EXPECT_THAT(
-        world.transcript(),
-        ElementsAre(
-            "busy true", "proposed none", "chat you: what next?", "reply Close the gap.",
-            "chat pellum: Close the gap.", "proposed Generate CC6-access policy",
-            R"(event {"action":"generate: cc6-access","chars":10,"kind":"assistant_ask","proposed":true})",
-            "busy false"));
-    EXPECT_EQ(**vm.proposedAction, (Act{Act::Kind::generate, "CC6-access"}));
-    vm.runProposed();
-    EXPECT_FALSE(vm.proposedActionName().has_value());
-    EXPECT_EQ(*vm.status, "Writing policy for CC6-access on-device…");
+    EXPECT_TRUE(happened(
+        world,
+        {"busy true", "proposed none", "chat you: what next?", "reply Close the gap.",
+         "chat pellum: Close the gap.", "proposed Generate CC6-access policy",
+         R"(event {"action":"generate: cc6-access","chars":10,"kind":"assistant_ask","proposed":true})",
+         "busy false"}));
+    EXPECT_EQ(**world->proposedAction, (Act{Act::Kind::generate, "CC6-access"}));
+    world->runProposed();
+    EXPECT_FALSE(world->proposedActionName().has_value());
+    EXPECT_EQ(*world->status, "Writing policy for CC6-access on-device…");
     world.transcript();
-    vm.runProposed();
-    EXPECT_THAT(world.transcript(), ElementsAre("proposed none")) << "a proposal runs once";
+    world->runProposed();
+    EXPECT_TRUE(happened(world, {"proposed none"})) << "a proposal runs once";
 }
 
 TEST_F(Chat, AStepForACriterionThatWasClosedMeanwhileIsNotProposed) {
-    EngineVM& vm = start();
-    vm.askAssistant("draft the access policy");
+    start();
+    world->askAssistant("draft the access policy");
     world.eventLoop.drain();
-    vm.attestRoleControl({"CC6-access", "Review", "attest"});
+    world->attestRoleControl({"CC6-access", "Review", "attest"});
     world.model.answer(answer("Sure.", "generate:CC6-access"));
-    EXPECT_FALSE(vm.proposedActionName().has_value());
+    EXPECT_FALSE(world->proposedActionName().has_value());
 }
 
-TEST_F(Chat, ABlankQuestionChangesNothing) {
-    EngineVM& vm = start();
-    vm.askAssistant(" \n\t\u00A0");
-    EXPECT_THAT(world.transcript(), ElementsAre());
-}
-
-TEST_F(Chat, WithoutAModelTheAnswerIsTheFixedText) {
-    EngineVM& vm = start();
+TEST_F(Chat, ABlankQuestionChangesNothingAndWithoutAModelTheAnswerIsTheFixedText) {
+    start();
+    world->askAssistant(" \n\t\u00A0");
+    EXPECT_TRUE(happened(world, {}));
     world.model.unavailable = "off";
-    vm.askAssistant("hello");
+    world->askAssistant("hello");
     world.eventLoop.drain();
-    EXPECT_THAT(world.transcript(),
-                ElementsAre("busy true", "proposed none", "chat you: hello", "reply " + unavailable,
-                            "chat pellum: " + unavailable, "busy false"));
+    EXPECT_TRUE(
+        happened(world, {"busy true", "proposed none", "chat you: hello", "reply " + unavailable,
+                         "chat pellum: " + unavailable, "busy false"}));
 }
 
 TEST_F(Chat, TheContextWithoutAMeshAndWithEverythingMet) {
-    EngineVM& vm = world.start();
-    vm.askAssistant("q");
+    world.start();
+    world->askAssistant("q");
     world.eventLoop.drain();
     EXPECT_EQ(
         world.model.requests.at(0).prompt,
@@ -93,42 +81,43 @@ TEST_F(Chat, TheContextWithoutAMeshAndWithEverythingMet) {
     world.startAsOwner({{"A", 1, 1}}).askAssistant("q");
     world.eventLoop.drain();
     EXPECT_THAT(world.model.requests.back().prompt,
-                ::testing::HasSubstr("met)\nOpen gaps: none — every criterion is met.\n\nUser: q"));
+                HasSubstr("met)\nOpen gaps: none — every criterion is met.\n\nUser: q"));
 }
 
 TEST_F(Chat, TheProposalIsClearedByTheNextQuestionAndTheUploadRunsOnce) {
-    EngineVM& vm = start();
+    start();
     ask("upload", "Sure.", "ADD_EVIDENCE");
-    EXPECT_EQ(vm.proposedActionName(), "Add evidence");
-    EXPECT_FALSE(vm.proposedAction->has_value());
+    EXPECT_EQ(world->proposedActionName(), "Add evidence");
+    EXPECT_FALSE(world->proposedAction->has_value());
     EXPECT_EQ(world.events().back().at("proposed"), true);
-    vm.runProposed();
+    world->runProposed();
     EXPECT_EQ(world.filePanel.requests.back().prompt, "Add evidence");
-    EXPECT_FALSE(vm.proposedActionName().has_value());
+    EXPECT_FALSE(world->proposedActionName().has_value());
     ask("start", "Ok.", "play");
-    EXPECT_EQ(vm.proposedActionName(), "Play");
+    EXPECT_EQ(world->proposedActionName(), "Play");
     ask("thanks", "Welcome.", "none");
-    EXPECT_FALSE(vm.proposedActionName().has_value());
+    EXPECT_FALSE(world->proposedActionName().has_value());
     EXPECT_EQ(world.events().back().at("proposed"), false);
 }
 
 TEST_F(Chat, OverlappingQuestionsAreAnsweredAsTheAnswersArrive) {
-    EngineVM& vm = start();
-    vm.askAssistant("one");
-    vm.askAssistant("two");
+    start();
+    world->askAssistant("one");
+    world->askAssistant("two");
     world.eventLoop.drain();
     world.model.answer(answer("second", "play"), 1);
-    EXPECT_FALSE(*vm.assistantBusy) << "the first to finish ends the busy state";
+    EXPECT_FALSE(*world->assistantBusy) << "the first to finish ends the busy state";
     world.model.answer(answer("first", "none"));
-    EXPECT_EQ(vm.proposedActionName(), "Play") << "an answer without a step leaves a step alone";
-    EXPECT_EQ(*vm.reply, "first");
-    EXPECT_EQ(vm.chat->size(), 4U);
+    EXPECT_EQ(world->proposedActionName(), "Play")
+        << "an answer without a step leaves a step alone";
+    EXPECT_EQ(*world->reply, "first");
+    EXPECT_EQ(world->chat->size(), 4U);
 }
 
 TEST_F(Chat, TheHistoryIsWrittenAtEachLineAndReadAtTheNextStart) {
-    EngineVM& vm = start();
+    start();
     ask("a/b \"é\"", "<b>plain</b>", "none");
-    const auto lines = std::vector<ChatMsg>(vm.chat->begin(), vm.chat->end());
+    const auto lines = std::vector<ChatMsg>(world->chat->begin(), world->chat->end());
     for (const ChatMsg& line : lines)
         EXPECT_TRUE(isUuid(line.id)) << line.id;
     const Json file = Json::parse(*readFile(world.project() / "chat-history.json"));
@@ -137,19 +126,20 @@ TEST_F(Chat, TheHistoryIsWrittenAtEachLineAndReadAtTheNextStart) {
                              {"role", "you"},
                              {"text", "a/b \"é\""},
                              {"ts", "2026-01-31T09:15:02Z"}}));
-    EngineVM& again = world.start();
-    EXPECT_EQ(std::vector<ChatMsg>(again.chat->begin(), again.chat->end()), lines);
-    again.askAssistant("more");
+    world.start();
+    EXPECT_EQ(std::vector<ChatMsg>(world->chat->begin(), world->chat->end()), lines);
+    world->askAssistant("more");
     EXPECT_EQ(Json::parse(*readFile(world.project() / "chat-history.json")).size(), 3U);
     std::filesystem::remove_all(world.project());
-    again.askAssistant("unsaved");
-    EXPECT_EQ(again.chat->size(), 4U);
+    world->askAssistant("unsaved");
+    EXPECT_EQ(world->chat->size(), 4U);
 }
 
 TEST_F(Chat, AnAnswerForAnEngineThatIsGoneIsDropped) {
-    start().askAssistant("q");
+    start();
+    world->askAssistant("q");
     world.eventLoop.drain();
-    world.engine().generatePolicy("CC6-access");
+    world->generatePolicy("CC6-access");
     world.stop();
     world.eventLoop.drain();
     world.model.answer(answer("late", "play"));
@@ -161,37 +151,24 @@ TEST(AssistantActions, OnlyTheKnownTokensProposeAnything) {
     const auto act = [](Act::Kind kind, const std::string& id = "") {
         return ProposedStep{Act{kind, id}, false};
     };
-    const struct {
-        std::string token;
-        ProposedStep step;
-    } table[] = {
+    const std::pair<const char*, ProposedStep> table[] = {
         {"play", act(Act::Kind::play)},
         {"pause", act(Act::Kind::pause)},
         {"snapshot_os", act(Act::Kind::snapshot)},
         {"add_evidence", {std::nullopt, true}},
         {"generate: cc6-access ", act(Act::Kind::generate, "CC6-access")},
         {"generate:äb", act(Act::Kind::generate, "ÄB")},
-        {"generate:cc7-logs", {}},
-        {"generate:cc6", {}},
-        {"generate:", {}},
-        {"readiness", {}},
-        {"none", {}},
-        {"bond", {}},
-        {"kyc", {}},
-        {"play now", {}},
-        {"close:cc6-access", {}},
-        {"", {}},
     };
-    for (const auto& row : table)
-        EXPECT_EQ(proposedStep(row.token, &mesh), row.step) << row.token;
+    for (const auto& [token, step] : table)
+        EXPECT_EQ(proposedStep(token, &mesh), step) << token;
+    for (const char* token : {"generate:cc7-logs", "generate:cc6", "generate:", "readiness", "none",
+                              "bond", "kyc", "play now", "close:cc6-access", ""})
+        EXPECT_EQ(proposedStep(token, &mesh), ProposedStep{}) << token;
     EXPECT_EQ(proposedStep("generate:cc6-access", nullptr), ProposedStep{});
 }
 
 TEST(AssistantActions, EveryActHasAName) {
-    const struct {
-        Act act;
-        std::string name;
-    } table[] = {
+    const std::pair<Act, const char*> table[] = {
         {{Act::Kind::closeGap, "A"}, "Close A"},
         {{Act::Kind::generate, "A"}, "Generate A policy"},
         {{Act::Kind::play}, "Play"},
@@ -201,9 +178,9 @@ TEST(AssistantActions, EveryActHasAName) {
         {{Act::Kind::kyc}, "Verify identity"},
         {{Act::Kind::snapshot}, "Check this device"},
     };
-    for (const auto& row : table)
-        EXPECT_EQ(actionName(row.act), row.name);
+    for (const auto& [act, name] : table)
+        EXPECT_EQ(actionName(act), name);
 }
 
 } // namespace
-} // namespace kelvo
+} // namespace kelvo::test

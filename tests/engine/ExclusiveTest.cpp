@@ -1,13 +1,9 @@
 #include "engine/WorkQueue.h"
-#include "support/World.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "EngineTest.h"
 
-namespace kelvo {
+namespace kelvo::test {
 namespace {
-
-using ::testing::ElementsAre;
 
 TEST(WorkQueue, HoldsWorkAndRunsItInOrderOfArrival) {
     WorkQueue queue;
@@ -33,13 +29,14 @@ TEST(WorkQueue, HoldsWorkAndRunsItInOrderOfArrival) {
 
 /// Everything that can reach the engine while a prompt is open: ticks, a model's answer, and every
 /// operation that a voice request or a second click could call.
-TEST(Exclusive, NothingRunsBetweenAPromptAndItsSeal) {
-    test::World world;
-    EngineVM& vm = world.startAsOwner({{"A", 0, 1}, {"B", 0, 1}});
+class Exclusive : public EngineTest {};
+
+TEST_F(Exclusive, NothingRunsBetweenAPromptAndItsSeal) {
+    world.startAsOwner({{"A", 0, 1}, {"B", 0, 1}});
     world.filePanel.choice = world.write("e.txt", "e");
-    vm.askAssistant("q");
+    world->askAssistant("q");
     world.eventLoop.drain();
-    vm.play();
+    world->play();
     world.transcript();
 
     int asked = 0;
@@ -47,52 +44,49 @@ TEST(Exclusive, NothingRunsBetweenAPromptAndItsSeal) {
         if (++asked > 1) return;
         world.ticker.fire(5);
         world.model.answer(R"({"answer":"late","action":"play"})");
-        vm.pause();
-        vm.throttle();
-        vm.siriSay("voice");
-        vm.adopt(vm.templates()[0]);
-        vm.bondCollapse();
-        vm.closeGap("B");
-        vm.snapshotOS();
-        EXPECT_EQ(*vm.t, 0);
+        world->pause();
+        world->throttle();
+        world->siriSay("voice");
+        world->adopt(world->templates()[0]);
+        world->bondCollapse();
+        world->closeGap("B");
+        world->snapshotOS();
+        EXPECT_EQ(*world->t, 0);
     };
-    vm.closeGap("A");
+    world->closeGap("A");
     const auto lines = world.transcript();
     const std::vector<std::string> seal(lines.begin(), lines.begin() + 9);
     EXPECT_THAT(seal,
                 ElementsAre("panel Attach evidence",
                             "presence Close A — verify to mark this criterion met", "mesh 1 met",
-                            "readiness 50.0%", "totems 2", ::testing::StartsWith("file control-1-"),
-                            "status Closed A: readiness 0.0%→50.0%.",
-                            ::testing::StartsWith("cite Closed A"),
-                            ::testing::StartsWith("event {\"block\"")));
+                            "readiness 50.0%", "totems 2", StartsWith("file control-1-"),
+                            "status Closed A: readiness 0.0%→50.0%.", StartsWith("cite Closed A"),
+                            StartsWith("event {\"block\"")));
+    const std::vector<std::string> signs = {
+        "reply late",     "status PAUSE", "cite Agent throttled", "reply voice",
+        "status System:", "pending none", "status Closed B",      "facts 5"};
     std::vector<std::string> afterwards;
     for (const std::string& line : lines) {
-        for (const char* sign :
-             {"reply late", "status PAUSE", "cite Agent throttled", "reply voice",
-              "status System:", "pending none", "status Closed B", "facts 5"}) {
-            if (line.starts_with(sign)) afterwards.emplace_back(sign);
+        for (const std::string& sign : signs) {
+            if (line.starts_with(sign)) afterwards.push_back(sign);
         }
     }
-    EXPECT_THAT(afterwards,
-                ElementsAre("reply late", "status PAUSE", "cite Agent throttled", "reply voice",
-                            "status System:", "pending none", "status Closed B", "facts 5"));
+    EXPECT_EQ(afterwards, signs);
     EXPECT_EQ(asked, 3);
-    EXPECT_EQ(*vm.t, 0) << "ticks are dropped, not kept";
+    EXPECT_EQ(*world->t, 0) << "ticks are dropped, not kept";
 }
 
-TEST(Exclusive, ASecondUploadWaitsForTheFirstPanel) {
-    test::World world;
-    EngineVM& vm = world.startAsOwner({{"A"}});
+TEST_F(Exclusive, ASecondUploadWaitsForTheFirstPanel) {
+    world.startAsOwner({{"A"}});
     bool again = true;
     world.filePanel.whileAsking = [&] {
         if (!std::exchange(again, false)) return;
-        vm.addEvidence();
+        world->addEvidence();
         EXPECT_EQ(world.filePanel.requests.size(), 1U);
     };
-    vm.addEvidence();
+    world->addEvidence();
     EXPECT_EQ(world.filePanel.requests.size(), 2U);
 }
 
 } // namespace
-} // namespace kelvo
+} // namespace kelvo::test

@@ -8,7 +8,7 @@ namespace kelvo {
 namespace {
 
 struct Row {
-    const char* name;
+    std::string name;
     CardInputs inputs;
     NBA agent;
     NBA human;
@@ -82,13 +82,38 @@ TEST(NextBestAction, WithoutAMeshTheSimulationSpeaks) {
         expectCards(row);
 }
 
+Row task(const RoleMap::Control& control, double share, const std::string& verb,
+         const std::string& percent) {
+    const std::string criterion = control.criterion + ". " + verb;
+    const std::string completion = " Your completion: " + percent + ".";
+    return {control.close,
+            {.verified = true, .tasks = RoleInputs{false, share, control}},
+            {"Your next task: " + control.task,
+             "This is your responsibility for " + criterion + " to complete it." + completion},
+            {control.task,
+             "Your responsibility for " + criterion + " (Touch ID) to mark it done." + completion}};
+}
+
+Row gap(const SOC2Mesh& mesh, double readiness, const std::string& id, const std::string& need,
+        const std::string& lift, const std::string& from) {
+    const Act close{Act::Kind::closeGap, id};
+    return {"the largest impact",
+            {.verified = true, .mesh = &mesh, .readiness = readiness},
+            {"Close " + id + " — " + need + " (+" + lift + ")",
+             "Closing the highest-impact criterion lifts readiness from " + from +
+                 " toward met. Read from the graph.",
+             close},
+            {"Close " + id + " (verify)",
+             need + " — verify with Touch ID to mark this criterion met and record it on your "
+                    "compliance log.",
+             close}};
+}
+
 TEST(NextBestAction, IdentityComesFirstThenTheRoleThenTheGaps) {
     const SOC2Mesh mesh{{{"A", 0, 1, "x GAP: policy"}, {"B", 0, 3, "y GAP:\tlog "}}};
     const SOC2Mesh met{{{"A", 1.2, 1, ""}}};
     const SOC2Mesh ties{{{"A", 0, 2, "a"}, {"B", 0.5, 4, "b"}}};
-    const RoleMap::Control os{"CC6-access", "Lock the laptop", "os"};
-    const RoleMap::Control generate{"CC5-policy", "Write the policy", "generate"};
-    const RoleMap::Control attest{"CC1-ethics", "Read the code", "sign"};
+    const RoleInputs reader{.readonly = true};
     const Row table[] = {
         {"nobody verified",
          {.verified = false, .tasks = RoleInputs{}, .mesh = &mesh},
@@ -100,11 +125,7 @@ TEST(NextBestAction, IdentityComesFirstThenTheRoleThenTheGaps) {
           "everything else builds on it.",
           Act{Act::Kind::kyc}}},
         {"read-only role",
-         {.verified = true,
-          .tasks = RoleInputs{.readonly = true},
-          .mesh = &mesh,
-          .readiness = 0.4237,
-          .metCount = 5},
+         {.verified = true, .tasks = reader, .mesh = &mesh, .readiness = 0.4237, .metCount = 5},
          {"Verify readiness (read-only)",
           "Re-solve the org graph and confirm each criterion's met/gap state. No changes."},
          {"Review readiness",
@@ -115,47 +136,11 @@ TEST(NextBestAction, IdentityComesFirstThenTheRoleThenTheGaps) {
           "Every responsibility for your role is complete. Your completion: 100%."},
          {"All your responsibilities are complete",
           "Nothing left for your role. Your completion: 100%."}},
-        {"device task",
-         {.verified = true, .tasks = RoleInputs{false, 0.25, os}},
-         {"Your next task: Lock the laptop",
-          "This is your responsibility for CC6-access. Check this device to complete it. Your "
-          "completion: 25.0%."},
-         {"Lock the laptop",
-          "Your responsibility for CC6-access. Check this device (Touch ID) to mark it done. Your "
-          "completion: 25.0%."}},
-        {"policy task",
-         {.verified = true, .tasks = RoleInputs{false, 0, generate}},
-         {"Your next task: Write the policy", "This is your responsibility for CC5-policy. "
-                                              "Generate to complete it. Your completion: 0.0%."},
-         {"Write the policy", "Your responsibility for CC5-policy. Generate (Touch ID) to mark it "
-                              "done. Your completion: 0.0%."}},
-        {"any other task",
-         {.verified = true, .tasks = RoleInputs{false, 0, attest}},
-         {"Your next task: Read the code", "This is your responsibility for CC1-ethics. "
-                                           "Acknowledge to complete it. Your completion: 0.0%."},
-         {"Read the code",
-          "Your responsibility for CC1-ethics. Acknowledge (Touch ID) to mark it done. Your "
-          "completion: 0.0%."}},
-        {"largest impact",
-         {.verified = true, .mesh = &mesh, .readiness = 0.0},
-         {"Close B — log (+75.0%)",
-          "Closing the highest-impact criterion lifts readiness from 0.0% toward met. Read from "
-          "the graph.",
-          Act{Act::Kind::closeGap, "B"}},
-         {"Close B (verify)",
-          "log — verify with Touch ID to mark this criterion met and record it on your compliance "
-          "log.",
-          Act{Act::Kind::closeGap, "B"}}},
-        {"equal impact keeps file order",
-         {.verified = true, .mesh = &ties, .readiness = 1.0 / 3},
-         {"Close A — a (+33.3%)",
-          "Closing the highest-impact criterion lifts readiness from 33.3% toward met. Read from "
-          "the graph.",
-          Act{Act::Kind::closeGap, "A"}},
-         {"Close A (verify)",
-          "a — verify with Touch ID to mark this criterion met and record it on your compliance "
-          "log.",
-          Act{Act::Kind::closeGap, "A"}}},
+        task({"CC6-access", "Lock the laptop", "os"}, 0.25, "Check this device", "25.0%"),
+        task({"CC5-policy", "Write the policy", "generate"}, 0, "Generate", "0.0%"),
+        task({"CC1-ethics", "Read the code", "sign"}, 0, "Acknowledge", "0.0%"),
+        gap(mesh, 0.0, "B", "log", "75.0%", "0.0%"),
+        gap(ties, 1.0 / 3, "A", "a", "33.3%", "33.3%"),
         {"all met",
          {.verified = true, .mesh = &met, .readiness = 1},
          {"All criteria met — solve = 100%.",

@@ -1,36 +1,35 @@
 #include "base/Files.h"
-#include "support/World.h"
 
-#include <gtest/gtest.h>
 #include <sys/wait.h>
 
 #include <cstdlib>
 
-namespace kelvo {
+#include "EngineTest.h"
+
+namespace kelvo::test {
 namespace {
 
 /// The exit status of the independent checker on the world's outputs directory.
-int verdict(const test::World& world) {
+int verdict(const World& world) {
     const std::string command = std::string("python3 " KELVO_VERIFIER " '") +
                                 world.outputs().string() + "' > /dev/null 2>&1";
     const int status = std::system(command.c_str());
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-class RecordVerifier : public ::testing::Test {
+class RecordVerifier : public EngineTest {
 protected:
     /// Records of every kind, over two runs of the program.
     void SetUp() override {
         for (int launch = 0; launch < 2; ++launch) {
-            EngineVM& vm =
-                world.startAsOwner({{"A/ü\t\x01\x7F", 0.1, 1}, {"B", 0, 3}, {"C", 0, 2}});
-            vm.play();
+            world.startAsOwner({{"A/ü\t\x01\x7F", 0.1, 1}, {"B", 0, 3}, {"C", 0, 2}});
+            world->play();
             world.ticker.fire(44);
-            vm.bondCollapse();
+            world->bondCollapse();
             world.filePanel.choice = world.write("évidence \"1\".txt", "x");
-            vm.closeGap("A/ü\t\x01\x7F");
-            vm.attestRoleControl({"B", "Sign / read", "attest"});
-            vm.closeRoleControlViaOS({"C", "Lock", "os"});
+            world->closeGap("A/ü\t\x01\x7F");
+            world->attestRoleControl({"B", "Sign / read", "attest"});
+            world->closeRoleControlViaOS({"C", "Lock", "os"});
             world.clock.moment += std::chrono::hours(24);
             world.account.name = "Charles Babbage";
         }
@@ -47,7 +46,7 @@ protected:
         return {};
     }
 
-    test::World world;
+    World world;
 };
 
 TEST_F(RecordVerifier, AcceptsEverythingThatTheEngineSealed) {
@@ -78,4 +77,4 @@ TEST_F(RecordVerifier, FindsWhatWasChangedRemovedOrMadeUp) {
 }
 
 } // namespace
-} // namespace kelvo
+} // namespace kelvo::test

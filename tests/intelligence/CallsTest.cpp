@@ -1,3 +1,4 @@
+#include "base/Sha256.h"
 #include "intelligence/Assistant.h"
 #include "intelligence/EvidenceMapper.h"
 #include "intelligence/GenerableRecords.h"
@@ -11,58 +12,51 @@ namespace {
 
 /// What the three compliance calls have in common: how to make one, and whether it gave a result.
 struct Call {
-    const char* name;
     const char* goodReply;
     std::function<void(LanguageModel&, std::function<void(bool)>)> make;
 };
 
-const std::vector<Call>& complianceCalls() {
-    static const std::vector<Call> calls = {
-        {"mapEvidence", R"({"criteria":[],"summary":""})",
-         [](LanguageModel& model, const std::function<void(bool)>& done) {
-             EvidenceMapper::mapEvidence(model, "", {}, [done](auto r) { done(r.has_value()); });
-         }},
-        {"PolicyGen", "text",
-         [](LanguageModel& model, const std::function<void(bool)>& done) {
-             PolicyGen::generate(model, "", "", "", [done](auto r) { done(r.has_value()); });
-         }},
-        {"Assistant", R"({"answer":"","action":""})",
-         [](LanguageModel& model, const std::function<void(bool)>& done) {
-             Assistant::ask(model, "", "", [done](auto r) { done(r.has_value()); });
-         }},
-    };
-    return calls;
-}
+const Call complianceCalls[] = {
+    {R"({"criteria":[],"summary":""})",
+     [](LanguageModel& model, const std::function<void(bool)>& done) {
+         EvidenceMapper::mapEvidence(model, "", {}, [done](auto r) { done(r.has_value()); });
+     }},
+    {"text",
+     [](LanguageModel& model, const std::function<void(bool)>& done) {
+         PolicyGen::generate(model, "", "", "", [done](auto r) { done(r.has_value()); });
+     }},
+    {R"({"answer":"","action":""})",
+     [](LanguageModel& model, const std::function<void(bool)>& done) {
+         Assistant::ask(model, "", "", [done](auto r) { done(r.has_value()); });
+     }},
+};
 
-TEST(ComplianceCalls, AskNothingWhereTheModelIsTooOldOrUnavailable) {
-    for (const Call& call : complianceCalls()) {
-        for (const bool old : {true, false}) {
-            FakeModel model;
-            if (old) {
-                model.version = 25;
-            } else {
-                model.unavailable = "modelNotReady";
-            }
-            std::vector<bool> results;
-            call.make(model, [&](bool result) { results.push_back(result); });
-            EXPECT_EQ(results, std::vector<bool>{false}) << call.name;
-            EXPECT_TRUE(model.requests.empty()) << call.name;
-        }
-    }
-}
-
-TEST(ComplianceCalls, GiveAResultForAGoodReplyAndNoneForAFailure) {
-    for (const Call& call : complianceCalls()) {
+TEST(ComplianceCalls, GiveAResultForAGoodReplyAndAskNothingOfAModelThatIsOldOrUnavailable) {
+    for (const Call& call : complianceCalls) {
+        SCOPED_TRACE(call.goodReply);
         FakeModel model;
         std::vector<bool> results;
-        call.make(model, [&](bool result) { results.push_back(result); });
-        EXPECT_TRUE(results.empty()) << call.name;
+        const auto note = [&](bool result) { results.push_back(result); };
+        call.make(model, note);
+        EXPECT_TRUE(results.empty());
         model.answer(call.goodReply);
-        call.make(model, [&](bool result) { results.push_back(result); });
+        call.make(model, note);
         model.fail("refused");
-        EXPECT_EQ(results, (std::vector<bool>{true, false})) << call.name;
+        EXPECT_EQ(results, (std::vector<bool>{true, false}));
         EXPECT_EQ(model.requests.size(), 2u) << "a session each";
+        model.unavailable = "modelNotReady";
+        call.make(model, note);
+        model.unavailable = std::nullopt;
+        model.version = 25;
+        call.make(model, note);
+        EXPECT_EQ(results, (std::vector<bool>{true, false, false, false}));
+        EXPECT_EQ(model.requests.size(), 2u);
     }
+}
+
+/// The instructions are fixed texts; this tells one from any other.
+std::string hashOf(const ModelRequest& request) {
+    return sha256Hex(request.instructions);
 }
 
 TEST(EvidenceMapper, AsksWithTheAllowedIdsAndTheDocument) {
@@ -71,12 +65,10 @@ TEST(EvidenceMapper, AsksWithTheAllowedIdsAndTheDocument) {
     EvidenceMapper::mapEvidence(model, "Access is reviewed.\n", {"CC6-access", "CC9-vendor-risk"},
                                 [&](auto mapping) { result = std::move(mapping); });
     const ModelRequest& request = model.requests.at(0);
-    EXPECT_EQ(request.instructions,
-              "You are given the text of a compliance document and a list of SOC 2 criterion ids.\n"
-              "Return ONLY the ids this document provides evidence for, and a one-sentence "
-              "summary.\n"
-              "Do not invent ids; choose only from the provided list: CC6-access, "
-              "CC9-vendor-risk.");
+    EXPECT_TRUE(request.instructions.ends_with(
+        "choose only from the provided list: CC6-access, CC9-vendor-risk."));
+    EXPECT_EQ(hashOf(request), "e2e168a411a0bac284891971d36539b482cdae5c6d4c18fb1bebc97dc993cb15")
+        << request.instructions;
     EXPECT_EQ(request.prompt, "Allowed criterion ids: CC6-access, CC9-vendor-risk\n\n"
                               "Document text:\nAccess is reviewed.\n");
     EXPECT_EQ(request.recordName, "EvidenceMapping");
@@ -84,13 +76,6 @@ TEST(EvidenceMapper, AsksWithTheAllowedIdsAndTheDocument) {
     // Not filtered here, and kept in the model's order.
     model.answer(R"({"criteria":["made-up","CC6-access","CC6-access"],"summary":" S "})");
     EXPECT_EQ(result, (EvidenceMapping{{"made-up", "CC6-access", "CC6-access"}, " S "}));
-}
-
-TEST(EvidenceMapper, AsksWithoutAnyIds) {
-    FakeModel model;
-    EvidenceMapper::mapEvidence(model, "", {}, [](const auto&) {});
-    EXPECT_TRUE(model.requests.at(0).instructions.ends_with("from the provided list: ."));
-    EXPECT_EQ(model.requests.at(0).prompt, "Allowed criterion ids: \n\nDocument text:\n");
 }
 
 TEST(EvidenceMapper, SendsSixThousandCharactersAndNoMore) {
@@ -117,14 +102,8 @@ TEST(PolicyGen, AsksWithTheFactsBeforeTheGap) {
     PolicyGen::generate(model, "CC9-vendor-risk", " Two vendors.\nBoth reviewed. GAP: no list",
                         "Ada Byron", [&](auto text) { result = std::move(text); });
     const ModelRequest& request = model.requests.at(0);
-    EXPECT_EQ(request.instructions,
-              "You are a SOC 2 compliance writer. Given a criterion id and the organization's "
-              "ACTUAL facts and\n"
-              "architecture for it, WRITE a concise formal policy/register/runbook document "
-              "grounded ONLY in\n"
-              "those facts. Do not invent controls not present in the facts. Use plain "
-              "professional English.\n"
-              "Output the document text only — no preamble, no commentary.");
+    EXPECT_EQ(hashOf(request), "0bb78f7aebde3e70b26b12e55b783a1331bf940f92c4a1b7717738df38915459")
+        << request.instructions;
     EXPECT_EQ(request.prompt, "Criterion: CC9-vendor-risk\nDocument owner: Ada Byron\n"
                               "Organization's actual facts/architecture for this criterion:\n"
                               "Two vendors.\nBoth reviewed.\n\nWrite the formal document now.");
@@ -135,20 +114,16 @@ TEST(PolicyGen, AsksWithTheFactsBeforeTheGap) {
 }
 
 TEST(PolicyGen, SendsWholeEvidenceWithoutAGapAndNoneWhereItBeginsWithOne) {
-    struct Case {
-        const char* evidence;
-        const char* facts;
-    };
-    for (const auto& [evidence, facts] : std::vector<Case>{{"All done. gap: x", "All done. gap: x"},
-                                                           {"GAP: everything", ""},
-                                                           {" \t\n", ""},
-                                                           {"A GAP: b GAP: c", "A"}}) {
+    const std::pair<const char*, std::string> table[] = {{"All done. gap: x", "All done. gap: x"},
+                                                         {"GAP: everything", ""},
+                                                         {" \t\n", ""},
+                                                         {"A GAP: b GAP: c", "A"}};
+    for (const auto& [evidence, facts] : table) {
         FakeModel model;
         PolicyGen::generate(model, "x", evidence, "o", [](const auto&) {});
-        EXPECT_EQ(model.requests.at(0).prompt,
-                  std::string("Criterion: x\nDocument owner: o\nOrganization's actual "
-                              "facts/architecture for this criterion:\n") +
-                      facts + "\n\nWrite the formal document now.");
+        EXPECT_TRUE(model.requests.at(0).prompt.ends_with("criterion:\n" + facts +
+                                                          "\n\nWrite the formal document now."))
+            << evidence;
     }
 }
 
@@ -168,25 +143,8 @@ TEST(Assistant, AsksWithTheContextAndTheQuestion) {
     Assistant::ask(model, "What next?", "Owner: Ada\nReadiness: 50.0% (6/13 criteria met)",
                    [&](auto reply) { result = std::move(reply); });
     const ModelRequest& request = model.requests.at(0);
-    EXPECT_EQ(
-        request.instructions,
-        "You are the assistant for a SOC 2 compliance app called Pellum. Answer ONLY from the "
-        "context\n"
-        "you are given — the user's current readiness, criteria, and gaps. Be concise and plain; "
-        "never use\n"
-        "internal/technical jargon (no \"bond graph\", \"totem\", \"dissipation\", \"causality\"). "
-        "Never invent\n"
-        "compliance facts — if the context does not say it, say you don't have that information.\n"
-        "If the user is asking to DO something, map it to the `action` field. The action MUST be "
-        "EXACTLY\n"
-        "one of these tokens (no prose, no extra words):\n"
-        "  none | play | pause | add_evidence | snapshot_os | generate:<criterionId>\n"
-        "When the user asks to CREATE, WRITE, DRAFT, or GENERATE a policy/document for a "
-        "criterion, use\n"
-        "generate:<criterionId> with a REAL criterion id copied exactly from the context (e.g.\n"
-        "generate:CC9-vendor-risk). For anything else — readiness questions, explanations, or "
-        "anything you\n"
-        "are unsure of — set action to \"none\". The answer must always be present and plain.");
+    EXPECT_EQ(hashOf(request), "8654c4f4dfb6d4196220777c4073beeb26d26b6305ebc26a41052f2c90f87d8c")
+        << request.instructions;
     EXPECT_EQ(request.prompt,
               "Current state:\nOwner: Ada\nReadiness: 50.0% (6/13 criteria met)\n\nUser: What "
               "next?");

@@ -8,13 +8,10 @@
 namespace kelvo {
 namespace {
 
-struct Case {
-    std::string_view reply;
-    std::string_view expected;
-};
+using Cases = std::vector<std::pair<std::string_view, std::string_view>>;
 
 TEST(ReplyText, LosesAThinkingBlockBeforeTheAnswer) {
-    const std::vector<Case> cases = {
+    const Cases cases = {
         {"answer", "answer"},
         {" \n answer \n", "answer"},
         {"<think>why</think>answer", "answer"},
@@ -26,12 +23,12 @@ TEST(ReplyText, LosesAThinkingBlockBeforeTheAnswer) {
         {"say <think>x</think> aloud", "say <think>x</think> aloud"},
         {"", ""},
     };
-    for (const Case& each : cases)
-        EXPECT_EQ(withoutThinking(each.reply), each.expected) << each.reply;
+    for (const auto& [reply, expected] : cases)
+        EXPECT_EQ(withoutThinking(reply), expected) << reply;
 }
 
 TEST(ReplyText, TakesAJsonDocumentOutOfItsFence) {
-    const std::vector<Case> cases = {
+    const Cases cases = {
         {R"({"a":1})", R"({"a":1})"},
         {"```json\n{\"a\":1}\n```", R"({"a":1})"},
         {"```\n{\"a\":1}\n```\n", R"({"a":1})"},
@@ -43,8 +40,8 @@ TEST(ReplyText, TakesAJsonDocumentOutOfItsFence) {
         {"```", "```"},
         {"`````", "`````"},
     };
-    for (const Case& each : cases)
-        EXPECT_EQ(jsonBody(each.reply), each.expected) << each.reply;
+    for (const auto& [reply, expected] : cases)
+        EXPECT_EQ(jsonBody(reply), expected) << reply;
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "intelligence/SiriBridge.h"
 
+#include "base/Sha256.h"
 #include "intelligence/GenerableRecords.h"
 #include "support/Fakes.h"
 
@@ -32,41 +33,25 @@ Extracted extractedFrom(FakeModel& model, const std::string& reply) {
     return std::move(*result);
 }
 
-TEST(SiriBondGraph, AsksForAnAnswerAndSilentlyForAGraph) {
+TEST(SiriBondGraph, AsksForAnAnswerAndSilentlyForAGraphOrForStructureOnly) {
     FakeModel model;
-    asked(model, R"({"answer":"","nodes":[],"bonds":[]})");
-    const ModelRequest& request = model.requests.at(0);
-    EXPECT_EQ(
-        request.instructions,
-        "You are a SOC2 compliance assistant. Answer the user briefly, in plain business English.\n"
-        "NEVER use internal/technical jargon in `answer` — no \"bond graph\", \"totem\", "
-        "\"kernel\", \"causality\",\n"
-        "\"dissipation\", \"element\", \"junction\", or symbols. Talk about controls, evidence, "
-        "risk, and approvals\n"
-        "the way an auditor or founder would.\n"
-        "Separately and silently: if the user DESCRIBES a system or control to model, fill "
-        "nodes/bonds with the\n"
-        "structure (Se Sf R C I TF GY j0 j1) — this is internal and never shown to the user. "
-        "Never assign\n"
-        "causality or solve equations. For general questions, answer plainly and leave nodes/bonds "
-        "empty.");
-    EXPECT_EQ(request.prompt, "Why?\n");
-    EXPECT_EQ(request.recordName, "SOCReply");
-    EXPECT_EQ(request.schema, jsonSchema<SOCReply>());
-}
-
-TEST(SiriBondGraph, AsksForStructureOnly) {
-    FakeModel model;
+    model.version = 15; // to look at it is left to the caller
+    EXPECT_TRUE(asked(model, R"({"answer":"","nodes":[],"bonds":[]})").has_value());
     (void)extractedFrom(model, "{}");
-    const ModelRequest& request = model.requests.at(0);
-    EXPECT_EQ(request.instructions,
-              "You translate a physical-system description into a bond-graph STRUCTURE only.\n"
-              "List elements (Se Sf R C I TF GY j0 j1) and the bonds between them.\n"
-              "Never assign causality, effort/flow direction, or solve equations — only structure "
-              "+ parameters.");
-    EXPECT_EQ(request.prompt, " A pump ");
-    EXPECT_EQ(request.recordName, "GeneratedGraph");
-    EXPECT_EQ(request.schema, jsonSchema<GeneratedGraph>());
+    const ModelRequest& answer = model.requests.at(0);
+    EXPECT_EQ(sha256Hex(answer.instructions),
+              "aec88918ce09207256abfe32a72fe1d7eb6ba77c88d4c9749f65b1f308bdf541")
+        << answer.instructions;
+    EXPECT_EQ(answer.prompt, "Why?\n");
+    EXPECT_EQ(answer.recordName, "SOCReply");
+    EXPECT_EQ(answer.schema, jsonSchema<SOCReply>());
+    const ModelRequest& graph = model.requests.at(1);
+    EXPECT_EQ(sha256Hex(graph.instructions),
+              "b2f473484fd7c1d59b262e7942594c372cb1f4ebcda2419005abe86a97b3e84a")
+        << graph.instructions;
+    EXPECT_EQ(graph.prompt, " A pump ");
+    EXPECT_EQ(graph.recordName, "GeneratedGraph");
+    EXPECT_EQ(graph.schema, jsonSchema<GeneratedGraph>());
 }
 
 TEST(SiriBondGraph, AsksNothingWhereTheModelIsUnavailable) {
@@ -87,12 +72,6 @@ TEST(SiriBondGraph, AsksNothingWhereTheModelIsUnavailable) {
     EXPECT_TRUE(model.requests.empty());
 }
 
-TEST(SiriBondGraph, LeavesTheVersionToItsCaller) {
-    FakeModel model;
-    model.version = 15;
-    EXPECT_TRUE(asked(model, R"({"answer":"x","nodes":[],"bonds":[]})").has_value());
-}
-
 TEST(SiriBondGraph, AnswersWithAValidatedGraphWithoutStrokes) {
     FakeModel model;
     const Asked answer = asked(model, std::string(R"({"answer":"Built.",)") + sourceAndLoad);
@@ -104,53 +83,29 @@ TEST(SiriBondGraph, AnswersWithAValidatedGraphWithoutStrokes) {
     EXPECT_EQ(answer->graph->bonds.at(0).causality, Causality::unset);
 }
 
-/// Graphs that no kernel takes, and what is said of them.
-struct Malformed {
-    const char* graph;
-    const char* description;
-};
-const std::vector<Malformed> malformed = {
-    {R"("nodes":[{"id":"a","kind":"X"}],"bonds":[]})",
-     "unknown element kind 'X' — not a bond-graph element"},
-    {R"("nodes":[{"id":"a","kind":"Se"},{"id":"a","kind":"R","param":1}],"bonds":[]})",
-     "duplicate node id 'a'"},
-    {R"("nodes":[{"id":"a","kind":"R"}],"bonds":[]})", "element a (R) requires a parameter value"},
-    {R"("nodes":[{"id":"a","kind":"Se"}],"bonds":[{"from":"a","to":"q"}]})",
-     "bond references unknown node id 'q'"},
-};
-
-TEST(SiriBondGraph, KeepsTheAnswerAndDropsAMalformedGraph) {
-    std::vector<std::string> replies = {
-        R"({"answer":"Plain.","nodes":[],"bonds":[{"from":"a","to":"b"}]})"};
-    for (const Malformed& each : malformed)
-        replies.push_back(std::string(R"({"answer":"Plain.",)") + each.graph);
-    for (const std::string& reply : replies) {
-        FakeModel model;
-        const Asked answer = asked(model, reply);
-        ASSERT_TRUE(answer.has_value()) << reply;
+TEST(SiriBondGraph, DropsAMalformedGraphFromAnAnswerAndFailsToExtractIt) {
+    const std::pair<std::string, const char*> malformed[] = {
+        {R"("nodes":[],"bonds":[{"from":"a","to":"b"}]})", "extracted graph has no nodes"},
+        {R"("nodes":[{"id":"a","kind":"X"}],"bonds":[]})",
+         "unknown element kind 'X' — not a bond-graph element"},
+        {R"("nodes":[{"id":"a","kind":"R"}],"bonds":[]})",
+         "element a (R) requires a parameter value"},
+        {R"("nodes":[{"id":"a","kind":"Se"}],"bonds":[{"from":"a","to":"q"}]})",
+         "bond references unknown node id 'q'"},
+    };
+    FakeModel model;
+    for (const auto& [graph, text] : malformed) {
+        const Asked answer = asked(model, R"({"answer":"Plain.",)" + graph);
+        ASSERT_TRUE(answer.has_value()) << graph;
         EXPECT_EQ(answer->answer, "Plain.");
-        EXPECT_FALSE(answer->graph.has_value()) << reply;
+        EXPECT_FALSE(answer->graph.has_value()) << graph;
+        const Extracted extracted = extractedFrom(model, "{" + graph);
+        ASSERT_FALSE(extracted.has_value()) << graph;
+        EXPECT_EQ(SiriBondGraph::description(extracted.error()), text);
     }
-}
-
-TEST(SiriBondGraph, ExtractsACausalGraph) {
-    FakeModel model;
-    const Extracted graph = extractedFrom(model, std::string("{") + sourceAndLoad);
-    ASSERT_TRUE(graph.has_value());
-    EXPECT_NE(graph->bonds.at(0).causality, Causality::unset);
-}
-
-TEST(SiriBondGraph, FailsToExtractWhatTheKernelRefuses) {
-    for (const Malformed& each : malformed) {
-        FakeModel model;
-        const Extracted graph = extractedFrom(model, std::string("{") + each.graph);
-        ASSERT_FALSE(graph.has_value()) << each.graph;
-        EXPECT_EQ(SiriBondGraph::description(graph.error()), each.description);
-    }
-    FakeModel model;
-    EXPECT_EQ(
-        SiriBondGraph::description(extractedFrom(model, R"({"nodes":[],"bonds":[]})").error()),
-        "extracted graph has no nodes");
+    const Extracted good = extractedFrom(model, std::string("{") + sourceAndLoad);
+    ASSERT_TRUE(good.has_value());
+    EXPECT_NE(good->bonds.at(0).causality, Causality::unset);
     // Structure that passes the form but not the kernel: two sources against each other.
     const Extracted conflict = extractedFrom(
         model, R"({"nodes":[{"id":"a","kind":"Se"},{"id":"j","kind":"j0"},{"id":"b","kind":"Se"}],)"

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace kelvo {
@@ -46,40 +47,23 @@ TEST(Causality, OfTheStartUpGraphMakesBothStoresIntegral) {
 
 TEST(Causality, FollowsNodeOrderThroughEachElement) {
     using enum NodeKind;
-    struct Row {
-        const char* what;
-        BondGraph graph;
-        std::vector<Causality> expected;
-    };
-    const std::vector<Row> rows{
-        {"the second of two capacitors on a 0-junction ends in derivative causality",
-         graphOf({C, j0, C}, {{0, 1}, {1, 2}}),
-         {a, a}},
-        {"the first of three resistors takes the flow",
-         graphOf({R, j1, R, R}, {{0, 1}, {1, 2}, {1, 3}}),
-         {b, b, b}},
+    const std::tuple<const char*, BondGraph, std::vector<Causality>> table[] = {
+        {"derivative causality", graphOf({C, j0, C}, {{0, 1}, {1, 2}}), {a, a}},
+        {"the first R", graphOf({R, j1, R, R}, {{0, 1}, {1, 2}, {1, 3}}), {b, b, b}},
         {"of two joined resistors the first takes the flow", graphOf({R, R}, {{1, 0}}), {a}},
         {"a transformer passes effort through", graphOf({Se, TF, C}, {{0, 1}, {1, 2}}), {a, a}},
         {"a gyrator turns effort into flow", graphOf({Se, GY, I}, {{0, 1}, {1, 2}}), {a, b}},
-        {"a later source overwrites the stroke of an earlier one",
-         graphOf({Se, Sf}, {{0, 1}}),
-         {a}},
+        {"a later source overwrites an earlier one", graphOf({Se, Sf}, {{0, 1}}), {a}},
         {"two sources on one bond: the last one counts", graphOf({Se, Se}, {{0, 1}}), {b}},
         {"a stroke that is there stays", graphOf({R, R}, {{0, 1, a}}), {a}},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.what);
-        EXPECT_EQ(strokes(row.graph), row.expected);
-    }
+    for (const auto& [what, graph, expected] : table)
+        EXPECT_EQ(strokes(graph), expected) << what;
 }
 
 TEST(Causality, FailsAtTheJunctionOrBondThatBreaksIt) {
     using enum NodeKind;
-    struct Row {
-        BondGraph graph;
-        std::string text;
-    };
-    const std::vector<Row> rows{
+    const std::pair<BondGraph, std::string> table[] = {
         {graphOf({Se, j0, Se}, {{0, 1}, {1, 2}}),
          "junction j01 over-causal (>1 strong bond) — smartcard-6982 pattern"},
         {graphOf({Sf, j1, Sf, Sf, j1, Sf}, {{3, 4}, {4, 5}, {0, 1}, {1, 2}}),
@@ -92,11 +76,10 @@ TEST(Causality, FailsAtTheJunctionOrBondThatBreaksIt) {
          "junction j00 under-causal (no causal stroke resolved)"},
         {graphOf({Se, j0}, {{0, 1}}), "junction j01 degree 1 (need ≥ 2)"},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.text);
-        const auto causal = row.graph.assignCausality();
-        ASSERT_FALSE(causal);
-        EXPECT_EQ(causal.error().description(), row.text);
+    for (const auto& [graph, text] : table) {
+        const auto causal = graph.assignCausality();
+        ASSERT_FALSE(causal) << text;
+        EXPECT_EQ(causal.error().description(), text);
     }
 }
 

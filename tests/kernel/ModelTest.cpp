@@ -1,12 +1,15 @@
 #include "kernel/Model.h"
 
+#include "kernel/Extraction.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cstdint>
 #include <limits>
 #include <string>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 namespace kelvo {
@@ -19,33 +22,26 @@ Node node(std::string id, NodeKind kind) {
 }
 
 TEST(NodeKind, KnowsItsSymbolPortsAndRole) {
-    struct Row {
-        NodeKind kind;
-        const char* symbol;
-        std::optional<int> ports;
-        char role; ///< s source, t storage, j junction
+    constexpr std::optional<int> any;
+    // The last column: s source, t storage, j junction.
+    const std::tuple<NodeKind, const char*, std::optional<int>, char> table[] = {
+        {NodeKind::Se, "Se", 1, 's'},   {NodeKind::Sf, "Sf", 1, 's'},
+        {NodeKind::R, "R", 1, '-'},     {NodeKind::C, "C", 1, 't'},
+        {NodeKind::I, "I", 1, 't'},     {NodeKind::TF, "TF", 2, '-'},
+        {NodeKind::GY, "GY", 2, '-'},   {NodeKind::j0, "j0", any, 'j'},
+        {NodeKind::j1, "j1", any, 'j'},
     };
-    const std::array<Row, 9> rows{{{NodeKind::Se, "Se", 1, 's'},
-                                   {NodeKind::Sf, "Sf", 1, 's'},
-                                   {NodeKind::R, "R", 1, '-'},
-                                   {NodeKind::C, "C", 1, 't'},
-                                   {NodeKind::I, "I", 1, 't'},
-                                   {NodeKind::TF, "TF", 2, '-'},
-                                   {NodeKind::GY, "GY", 2, '-'},
-                                   {NodeKind::j0, "j0", std::nullopt, 'j'},
-                                   {NodeKind::j1, "j1", std::nullopt, 'j'}}};
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.symbol);
-        EXPECT_EQ(rawValue(row.kind), row.symbol);
-        EXPECT_EQ(nodeKind(row.symbol), row.kind);
-        EXPECT_EQ(ports(row.kind), row.ports);
-        EXPECT_EQ(isSource(row.kind), row.role == 's');
-        EXPECT_EQ(isStorage(row.kind), row.role == 't');
-        EXPECT_EQ(isJunction(row.kind), row.role == 'j');
+    for (const auto& [kind, symbol, portCount, role] : table) {
+        SCOPED_TRACE(symbol);
+        EXPECT_EQ(rawValue(kind), symbol);
+        EXPECT_EQ(nodeKind(symbol), kind);
+        EXPECT_EQ(ports(kind), portCount);
+        EXPECT_EQ(isSource(kind), role == 's');
+        EXPECT_EQ(isStorage(kind), role == 't');
+        EXPECT_EQ(isJunction(kind), role == 'j');
     }
-    for (const char* unknown : {"se", "SE", "", " Se", "J0", "R "}) {
+    for (const char* unknown : {"se", "SE", "", " Se", "J0", "R "})
         EXPECT_EQ(nodeKind(unknown), std::nullopt) << unknown;
-    }
 }
 
 TEST(Structure, ReportsTheFirstFaultWithItsText) {
@@ -54,42 +50,24 @@ TEST(Structure, ReportsTheFirstFaultWithItsText) {
     const Node j = node("J", NodeKind::j1);
     const Node tf = node("T", NodeKind::TF);
     constexpr auto lowest = std::numeric_limits<std::int64_t>::min();
-    struct Row {
-        BondGraph graph;
-        GraphError error;
-        std::string text;
+    const std::string outside = "bond references out-of-range node index ";
+    const std::pair<BondGraph, std::string> table[] = {
+        {{{r, r, r}, {{0, 5}}}, outside + "5"},
+        {{{r, r, r}, {{3, -1}}}, outside + "3"},
+        {{{r, r}, {{0, lowest}}}, outside + "-9223372036854775808"},
+        {{{r, r, r}, {{2, 2}}}, "node 2 bonds to itself"},
+        {{{r, r}, {{1, 1}, {0, 7}}}, "node 1 bonds to itself"},
+        {{{r, se}, {{0, 1}, {1, 0}, {0, 9}}}, outside + "9"},
+        {{{r, se}, {{0, 1}, {0, 1}}}, "element R1 needs 1 port(s), has 2"},
+        {{{tf, se}, {{0, 1}}}, "element T needs 2 port(s), has 1"},
+        {{{se, j}, {{0, 1}}}, "junction J degree 1 (need ≥ 2)"},
+        {{{j}, {}}, "junction J degree 0 (need ≥ 2)"},
     };
-    const std::vector<Row> rows{
-        {{{r, r, r}, {{0, 5}}},
-         GraphError::badIndex(5),
-         "bond references out-of-range node index 5"},
-        {{{r, r, r}, {{3, -1}}},
-         GraphError::badIndex(3),
-         "bond references out-of-range node index 3"},
-        {{{r, r}, {{0, lowest}}},
-         GraphError::badIndex(lowest),
-         "bond references out-of-range node index -9223372036854775808"},
-        {{{r, r, r}, {{2, 2}}}, GraphError::selfLoop(2), "node 2 bonds to itself"},
-        {{{r, r}, {{1, 1}, {0, 7}}}, GraphError::selfLoop(1), "node 1 bonds to itself"},
-        {{{r, se}, {{0, 1}, {1, 0}, {0, 9}}},
-         GraphError::badIndex(9),
-         "bond references out-of-range node index 9"},
-        {{{r, se}, {{0, 1}, {0, 1}}},
-         GraphError::arity("R1", 1, 2),
-         "element R1 needs 1 port(s), has 2"},
-        {{{tf, se}, {{0, 1}}}, GraphError::arity("T", 2, 1), "element T needs 2 port(s), has 1"},
-        {{{se, j}, {{0, 1}}}, GraphError::junctionDegree("J", 1), "junction J degree 1 (need ≥ 2)"},
-        {{{j}, {}}, GraphError::junctionDegree("J", 0), "junction J degree 0 (need ≥ 2)"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.text);
-        const auto result = row.graph.validateStructure();
-        ASSERT_FALSE(result);
-        EXPECT_EQ(result.error(), row.error);
-        EXPECT_EQ(result.error().description(), row.text);
+    for (const auto& [graph, text] : table) {
+        const auto result = graph.validateStructure();
+        ASSERT_FALSE(result) << text;
+        EXPECT_EQ(result.error().description(), text);
     }
-    EXPECT_EQ(GraphError::overCausal("J").description(),
-              "junction J over-causal (>1 strong bond) — smartcard-6982 pattern");
 }
 
 TEST(Structure, LooksAtDegreesOnly) {
@@ -128,6 +106,34 @@ TEST(ConstitutiveLaws, RelateEffortAndFlow) {
     EXPECT_EQ(Constitutive::resistor(2.0, 0.6), 1.2);
     EXPECT_EQ(Constitutive::capacitorEffort(0.5, 2.0), 0.25);
     EXPECT_EQ(Constitutive::inertanceFlow(0.3, 0.5), 0.6);
+}
+
+TEST(ExtractedGraph, IsRejectedForItsFirstFault) {
+    const std::pair<ExtractedGraph, std::string> table[] = {
+        {{{}, {{"a", "b"}}}, "extracted graph has no nodes"},
+        {{{{"a", "X"}, {"a", "R", 1.0}}, {}}, "duplicate node id 'a'"},
+        {{{{"a", "se"}, {"b", "R"}}, {}}, "unknown element kind 'se' — not a bond-graph element"},
+        {{{{"R1", "R"}, {"b", "X"}}, {{"Q", "Q"}}}, "element R1 (R) requires a parameter value"},
+        {{{{"A", "Se"}}, {{"A", "Q"}, {"P", "A"}}}, "bond references unknown node id 'Q'"},
+        {{{{"A", "Se"}}, {{"P", "Q"}}}, "bond references unknown node id 'P'"},
+        {{{{"B", "Se"}, {"A", "j0"}}, {{"A", "A"}}}, "node 1 bonds to itself"},
+        {{{{"s", "Se"}, {"j", "j1"}}, {{"s", "j"}}}, "junction j degree 1 (need ≥ 2)"},
+    };
+    for (const auto& [graph, text] : table) {
+        const auto result = graph.validated();
+        ASSERT_FALSE(result) << text;
+        EXPECT_EQ(description(result.error()), text);
+    }
+    for (const char* kind : {"R", "C", "I", "TF", "GY"}) {
+        EXPECT_EQ((ExtractedGraph{{{"x", kind}}, {}}.validated().error()),
+                  GraphRejection(ExtractionError::missingParam("x", kind)));
+    }
+}
+
+TEST(ExtractedGraph, BecomesABondGraphInTheSameOrder) {
+    const ExtractedGraph extracted{{{"s", "Se", 7.0}, {"r", "R", -2.0}}, {{"r", "s"}}};
+    const BondGraph expected{{{"s", NodeKind::Se, 7.0}, {"r", NodeKind::R, -2.0}}, {{1, 0}}};
+    EXPECT_EQ(extracted.validated(), expected);
 }
 
 } // namespace

@@ -38,9 +38,6 @@ TEST(PassQueue, HandsOutNodesInTheOrderOfFullPasses) {
             ASSERT_EQ(queue.next(), nextInPass(expected, cursor)) << nodes;
         ASSERT_EQ(queue.next(), std::nullopt);
     }
-}
-
-TEST(PassQueue, OfNoNodesIsEmpty) {
     EXPECT_EQ(PassQueue(0).next(), std::nullopt);
 }
 

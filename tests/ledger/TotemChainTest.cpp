@@ -2,7 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <functional>
+#include <tuple>
 
 namespace kelvo {
 namespace {
@@ -16,15 +18,10 @@ void appendObjects(TotemChain& chain, int count) {
         chain.append("{}", "seal", "HIPR:TouchID:present", "2026-01-31T09:15:02Z");
 }
 
-TEST(TotemChain, StartsEmptyWithTheGenesisTip) {
-    const TotemChain chain;
-    EXPECT_EQ(chain.tip(), zeros);
-    EXPECT_TRUE(chain.blocks().empty());
-    EXPECT_TRUE(chain.verify());
-}
-
-TEST(TotemChain, SealsAPayloadByItsExactBytes) {
+TEST(TotemChain, StartsAtTheGenesisTipAndSealsAPayloadByItsExactBytes) {
     TotemChain chain;
+    EXPECT_EQ(chain.tip(), zeros);
+    EXPECT_TRUE(chain.blocks().empty() && chain.verify());
     const Totem first = chain.append("{}", "a title", "HIPR:ownerAuth:present", "then");
     EXPECT_EQ(first, (Totem{0, zeros, emptyObjectRoot,
                             "94f41fe6025c00bddc5feda1d831a5415ebd5caa784be4351b55b8b722e6062e",
@@ -59,33 +56,24 @@ TEST(TotemChain, VerifyingNoticesEveryChangeOfWhatTheHashBinds) {
     TotemChain chain;
     appendObjects(chain, 4);
     ASSERT_TRUE(TotemChain::verify(chain.blocks()));
-    struct Case {
-        const char* what;
-        std::function<void(Totem&)> change;
-        bool verifies;
-    };
-    const std::vector<Case> cases = {
+    const std::tuple<const char*, std::function<void(Totem&)>, bool> table[] = {
         {"index", [](Totem& b) { ++b.index; }, false},
         {"prev", [](Totem& b) { b.prev[63] = b.prev[63] == '1' ? '2' : '1'; }, false},
         {"prev cut short", [](Totem& b) { b.prev.pop_back(); }, false},
         {"payloadRoot", [](Totem& b) { b.payloadRoot[0] = '5'; }, false},
         {"blockHash", [](Totem& b) { b.blockHash.front() = 'x'; }, false},
         {"blockHash cut short", [](Totem& b) { b.blockHash.pop_back(); }, false},
-        {"blockHash in capitals",
-         [](Totem& b) {
-             for (char& c : b.blockHash)
-                 c = static_cast<char>(c >= 'a' ? c - 32 : c);
-         },
+        {"blockHash in capitals", [](Totem& b) { std::ranges::replace(b.blockHash, 'e', 'E'); },
          false},
         {"title", [](Totem& b) { b.title = "another"; }, true},
         {"firedBy", [](Totem& b) { b.firedBy = "another"; }, true},
         {"asOf", [](Totem& b) { b.asOf = "another"; }, true},
     };
-    for (const Case& each : cases) {
+    for (const auto& [what, change, verifies] : table) {
         for (std::size_t at = 0; at < chain.blocks().size(); ++at) {
             TotemChain::Blocks changed = chain.blocks();
-            each.change(changed[at]);
-            EXPECT_EQ(TotemChain::verify(changed), each.verifies) << each.what << " of " << at;
+            change(changed[at]);
+            EXPECT_EQ(TotemChain::verify(changed), verifies) << what << " of " << at;
         }
     }
 }
@@ -104,27 +92,14 @@ TEST(TotemChain, VerifyingNoticesABlockThatWasForgedWithAFittingHash) {
     EXPECT_FALSE(TotemChain::verify(forged));
 }
 
-TEST(TotemChain, AppendingLeavesEarlierBlocksWhereTheyAre) {
-    TotemChain chain;
-    appendObjects(chain, 1);
-    const Totem* first = &chain.blocks().front();
-    const char* text = first->blockHash.data();
-    appendObjects(chain, 5000);
-    EXPECT_EQ(&chain.blocks()[0], first);
-    EXPECT_EQ(chain.blocks()[0].blockHash.data(), text);
-}
-
-TEST(Totem, IsTheSameAfterWritingAndReading) {
+TEST(Totem, IsTheSameAfterWritingAndReadingAndAFaultIsNamed) {
     TotemChain chain;
     const Totem totem = chain.append("{}", "Über/»title«", "HIPR:FaceID:present", "then");
     const auto text = writeJson(toJson(totem));
     ASSERT_TRUE(text);
     EXPECT_THAT(*text, testing::StartsWith("{\"asOf\":\"then\",\"blockHash\":\"94f41fe6"));
-    EXPECT_EQ(totemFromJson(*parseJson(*text)), totem);
-}
-
-TEST(Totem, NamesTheMemberThatCannotBeRead) {
-    Json value = toJson(Totem{});
+    Json value = *parseJson(*text);
+    EXPECT_EQ(totemFromJson(value), totem);
     value["index"] = true;
     EXPECT_EQ(totemFromJson(value).error(), "index: expected an integer");
     value["index"] = 0;

@@ -99,17 +99,20 @@ public:
 
 class FakeNotifications : public Notifications {
 public:
-    bool hasApplicationIdentity() const override { return true; }
+    bool hasApplicationIdentity() const override { return registered; }
     void requestAuthorization() override { ++authorizationRequests; }
-    void post(const Notification& notification, std::function<void()>) override {
+    void post(const Notification& notification, std::function<void()> undelivered) override {
         posted.push_back(notification);
+        lost = std::move(undelivered);
         if (onPost) onPost(notification);
     }
     void console(const std::string& line) override { lines.push_back(line); }
 
+    bool registered = true;
     int authorizationRequests = 0;
     std::vector<Notification> posted;
     std::vector<std::string> lines;
+    std::function<void()> lost;                      ///< tells that nobody took the last one
     std::function<void(const Notification&)> onPost; ///< for the transcript
 };
 

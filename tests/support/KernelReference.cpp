@@ -30,18 +30,14 @@ public:
             if (!isStorage(kind(i))) continue;
             const std::size_t k = incidentBonds(graph_, i).front();
             if (!unset(k)) continue;
-            if (kind(i) == NodeKind::C) {
-                setNodeSetsEffort(k, i);
-            } else {
-                setNodeSetsFlow(k, i);
-            }
+            place(k, i, kind(i) == NodeKind::C);
             if (!propagateAll()) return tl::unexpected(error_);
         }
         for (std::size_t i = 0; i < graph_.nodes.size(); ++i) {
             if (kind(i) != NodeKind::R) continue;
             const std::size_t k = incidentBonds(graph_, i).front();
             if (!unset(k)) continue;
-            setNodeSetsFlow(k, i);
+            place(k, i, false);
             if (!propagateAll()) return tl::unexpected(error_);
         }
         if (!complete()) return tl::unexpected(error_);
@@ -51,27 +47,22 @@ public:
 private:
     NodeKind kind(std::size_t node) const { return graph_.nodes[node].kind; }
     bool unset(std::size_t bond) const { return graph_.bonds[bond].causality == Causality::unset; }
-    bool isA(std::size_t bond, std::size_t node) const {
-        return std::cmp_equal(graph_.bonds[bond].a, node);
-    }
     bool nodeSetsEffort(std::size_t bond, std::size_t node) const {
         const Bond& at = graph_.bonds[bond];
         return (std::cmp_equal(at.a, node) && at.causality == Causality::aSetsEffort) ||
                (std::cmp_equal(at.b, node) && at.causality == Causality::bSetsEffort);
     }
-    void setNodeSetsEffort(std::size_t bond, std::size_t node) {
+    /// Places the stroke so that the node sets the bond's effort, else its flow.
+    void place(std::size_t bond, std::size_t node, bool setsEffort) {
+        const bool isA = std::cmp_equal(graph_.bonds[bond].a, node);
         graph_.bonds[bond].causality =
-            isA(bond, node) ? Causality::aSetsEffort : Causality::bSetsEffort;
-    }
-    void setNodeSetsFlow(std::size_t bond, std::size_t node) {
-        graph_.bonds[bond].causality =
-            isA(bond, node) ? Causality::bSetsEffort : Causality::aSetsEffort;
+            isA == setsEffort ? Causality::aSetsEffort : Causality::bSetsEffort;
     }
 
     void placeSources() {
         for (std::size_t i = 0; i < graph_.nodes.size(); ++i) {
-            if (kind(i) == NodeKind::Sf) setNodeSetsFlow(incidentBonds(graph_, i).front(), i);
-            if (kind(i) == NodeKind::Se) setNodeSetsEffort(incidentBonds(graph_, i).front(), i);
+            if (isSource(kind(i)))
+                place(incidentBonds(graph_, i).front(), i, kind(i) == NodeKind::Se);
         }
     }
 
@@ -112,19 +103,11 @@ private:
         }
         if (strong == 1) {
             for (const std::size_t k : open) {
-                if (commonEffort) {
-                    setNodeSetsEffort(k, node);
-                } else {
-                    setNodeSetsFlow(k, node);
-                }
+                place(k, node, commonEffort);
                 changed = true;
             }
         } else if (open.size() == 1) {
-            if (commonEffort) {
-                setNodeSetsFlow(open.front(), node);
-            } else {
-                setNodeSetsEffort(open.front(), node);
-            }
+            place(open.front(), node, !commonEffort);
             changed = true;
         }
         return true;
@@ -137,11 +120,7 @@ private:
              {std::pair{incident[0], incident[1]}, std::pair{incident[1], incident[0]}}) {
             if (unset(from) || !unset(to)) continue;
             const bool gyrator = kind(node) == NodeKind::GY;
-            if (nodeSetsEffort(from, node) == gyrator) {
-                setNodeSetsEffort(to, node);
-            } else {
-                setNodeSetsFlow(to, node);
-            }
+            place(to, node, nodeSetsEffort(from, node) == gyrator);
             changed = true;
             return;
         }

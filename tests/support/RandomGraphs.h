@@ -45,18 +45,12 @@ public:
 
 private:
     static constexpr double inf = std::numeric_limits<double>::infinity();
-    static constexpr std::array<double, 12> edges_{0.0,
-                                                   -0.0,
-                                                   inf,
-                                                   -inf,
-                                                   std::numeric_limits<double>::quiet_NaN(),
-                                                   std::numeric_limits<double>::max(),
-                                                   std::numeric_limits<double>::min(),
-                                                   std::numeric_limits<double>::denorm_min(),
-                                                   0x1p1023,
-                                                   -0x1p-1022,
-                                                   1e-300,
-                                                   1e300};
+    static constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+    static constexpr double most = std::numeric_limits<double>::max();
+    static constexpr double least = std::numeric_limits<double>::min();
+    static constexpr double tiny = std::numeric_limits<double>::denorm_min();
+    static constexpr std::array<double, 12> edges_{
+        0.0, -0.0, inf, -inf, nan, most, least, tiny, 0x1p1023, -0x1p-1022, 1e-300, 1e300};
     static constexpr std::array<double, 8> plain_{1.0, -1.0, 2.0, 0.5, -4.0, 3.0, 0.1, 8.0};
 
     NodeKind kindOf(std::initializer_list<NodeKind> kinds) { return pick(kinds); }

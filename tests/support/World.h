@@ -22,6 +22,7 @@ public:
     EngineVM& start();
     void stop();
     EngineVM& engine() { return *engine_; }
+    EngineVM* operator->() { return engine_.get(); }
 
     std::filesystem::path outputs() const { return directories_.outputs; }
     std::filesystem::path project() const { return directories_.project; }

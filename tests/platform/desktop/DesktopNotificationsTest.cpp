@@ -72,23 +72,23 @@ TEST_P(NotificationServiceTest, ShowsTheNotification) {
     EXPECT_FALSE(lost);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Real, NotificationServiceTest,
-    testing::Values(Service{"mock",
-                            "/usr/bin/python3",
-                            {"-u", "-m", "dbusmock", "--template", "notification_daemon", "-p",
-                             "{\"capabilities\": \"body body-markup\"}"},
-                            "Press &lt;b&gt; &amp; approve."},
-                    Service{"plainTextMock",
-                            "/usr/bin/python3",
-                            {"-u", "-m", "dbusmock", "--template", "notification_daemon", "-p",
-                             "{\"capabilities\": \"body\"}"},
-                            "Press <b> & approve."},
-                    Service{"dunst",
-                            "/usr/bin/xvfb-run",
-                            {"-a", "stdbuf", "-o0", "dunst", "-print"},
-                            "Press &lt;b&gt; &amp; approve."}),
-    [](const auto& chosen) { return std::string(chosen.param.name); });
+Service mock(const char* name, const char* capabilities, const char* escaped) {
+    return {name,
+            "/usr/bin/python3",
+            {"-u", "-m", "dbusmock", "--template", "notification_daemon", "-p",
+             QString("{\"capabilities\": \"%1\"}").arg(capabilities)},
+            escaped};
+}
+
+INSTANTIATE_TEST_SUITE_P(Real, NotificationServiceTest,
+                         testing::Values(mock("mock", "body body-markup",
+                                              "Press &lt;b&gt; &amp; approve."),
+                                         mock("plainTextMock", "body", "Press <b> & approve."),
+                                         Service{"dunst",
+                                                 "/usr/bin/xvfb-run",
+                                                 {"-a", "stdbuf", "-o0", "dunst", "-print"},
+                                                 "Press &lt;b&gt; &amp; approve."}),
+                         [](const auto& chosen) { return std::string(chosen.param.name); });
 
 TEST(DesktopNotifications, TellLaterThatNobodyTookThem) {
     const test::PrivateBus bus;
@@ -105,15 +105,11 @@ TEST(DesktopNotifications, TellLaterThatNobodyTookThem) {
     }
 }
 
-TEST(DesktopNotifications, AreNoApplicationWithoutADesktopFile) {
-    EXPECT_FALSE(DesktopNotifications("Kelvo", "", QDBusConnection("no such connection"))
-                     .hasApplicationIdentity());
-}
-
-TEST(DesktopNotifications, WriteConsoleLinesToStandardError) {
+TEST(DesktopNotifications, AreConsoleLinesWithoutADesktopFile) {
+    DesktopNotifications notifications("Kelvo", "", QDBusConnection("no such connection"));
+    EXPECT_FALSE(notifications.hasApplicationIdentity());
     testing::internal::CaptureStderr();
-    DesktopNotifications("Kelvo", "", QDBusConnection("no such connection"))
-        .console("[notify] a %s — b");
+    notifications.console("[notify] a %s — b");
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "[notify] a %s — b\n");
 }
 

@@ -2,20 +2,13 @@
 
 #include <QGuiApplication>
 #include <QTimer>
+#include <tuple>
 
 #include "PresenceDesk.h"
 
-namespace kelvo {
+namespace kelvo::test {
 namespace {
 
-using test::click;
-using test::isAsking;
-using test::isOpen;
-using test::Person;
-using test::press;
-using test::TestAuthentication;
-using test::textOf;
-using test::type;
 using testing::HasSubstr;
 
 const std::string reason = "Close gap CC6.1 <b>bold</b> & seal";
@@ -30,7 +23,7 @@ protected:
         EXPECT_EQ(Person::prompt(), nullptr) << "a prompt stayed open";
     }
 
-    test::PamFolder folder_;
+    PamFolder folder_;
     Person person_;
 };
 
@@ -50,42 +43,35 @@ TEST_F(PamAuthenticationTest, IsTrueForTheRightPassword) {
 }
 
 TEST_F(PamAuthenticationTest, IsFalseForEveryOtherAnswer) {
-    struct Case {
-        const char* what;
-        const char* user;
-        Person::Action act;
-    };
     const auto enter = [](const char* text) {
         return [text](QQuickWindow& prompt) {
             type(prompt, text);
             press(prompt, Qt::Key_Return);
         };
     };
-    const Case cases[] = {
+    const auto keys = [](Qt::Key first, Qt::Key second) {
+        return [=](QQuickWindow& prompt) {
+            press(prompt, first);
+            press(prompt, second);
+        };
+    };
+    const auto cancel = [](QQuickWindow& prompt) {
+        type(prompt, "correct horse");
+        press(prompt, Qt::Key_Escape);
+    };
+    const std::tuple<const char*, const char*, Person::Action> table[] = {
         {"wrong", "ada", enter("wrong")},
         {"account not let in", "bob", enter("correct horse")},
         {"cancel button", "ada", [](QQuickWindow& prompt) { click(prompt, "cancel"); }},
-        {"right, but cancelled", "ada",
-         [](QQuickWindow& prompt) {
-             type(prompt, "correct horse");
-             press(prompt, Qt::Key_Escape);
-         }},
-        {"Escape on a button", "ada",
-         [](QQuickWindow& prompt) {
-             press(prompt, Qt::Key_Tab);
-             press(prompt, Qt::Key_Escape);
-         }},
-        {"cancel by the keyboard", "ada",
-         [](QQuickWindow& prompt) {
-             press(prompt, Qt::Key_Tab);
-             press(prompt, Qt::Key_Space);
-         }},
+        {"right, but cancelled", "ada", cancel},
+        {"Escape on a button", "ada", keys(Qt::Key_Tab, Qt::Key_Escape)},
+        {"cancel by the keyboard", "ada", keys(Qt::Key_Tab, Qt::Key_Space)},
         {"window closed", "ada", [](QQuickWindow& prompt) { prompt.close(); }},
     };
-    for (const Case& each : cases) {
-        SCOPED_TRACE(each.what);
-        TestAuthentication authentication(folder_, "desk", each.user);
-        person_.when(isAsking, each.act);
+    for (const auto& [what, user, act] : table) {
+        SCOPED_TRACE(what);
+        TestAuthentication authentication(folder_, "desk", user);
+        person_.when(isAsking, act);
         EXPECT_FALSE(authentication.evaluate(reason));
         EXPECT_EQ(Person::prompt(), nullptr);
     }
@@ -204,4 +190,4 @@ TEST(SystemAuthentication, TakesMisleadingVariablesOutOfTheEnvironment) {
 }
 
 } // namespace
-} // namespace kelvo
+} // namespace kelvo::test

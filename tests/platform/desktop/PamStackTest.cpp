@@ -1,5 +1,7 @@
 #include <gmock/gmock.h>
 
+#include <tuple>
+
 #include "PresenceDesk.h"
 
 namespace kelvo {
@@ -43,13 +45,7 @@ protected:
 };
 
 TEST_F(PamStackTest, ProvesOnlyTheAccountsOwnPasswordAndAGoodAccount) {
-    struct Case {
-        const char* what;
-        const char* user;
-        std::deque<std::string> answers;
-        bool proved;
-    };
-    const Case cases[] = {
+    const std::tuple<const char*, const char*, std::deque<std::string>, bool> table[] = {
         {"right", "ada", {"correct horse"}, true},
         {"wrong", "ada", {"correct  horse"}, false},
         {"empty", "ada", {""}, false},
@@ -57,10 +53,10 @@ TEST_F(PamStackTest, ProvesOnlyTheAccountsOwnPasswordAndAGoodAccount) {
         {"an account that is not let in", "bob", {"correct horse"}, false},
         {"an unknown account", "eve", {"correct horse"}, false},
     };
-    for (const Case& each : cases) {
-        Answers answers(each.answers);
-        EXPECT_EQ(prove("desk", each.user, answers), each.proved) << each.what;
-        EXPECT_EQ(answers.heard.size(), 1U) << each.what;
+    for (const auto& [what, user, given, proved] : table) {
+        Answers answers(given);
+        EXPECT_EQ(prove("desk", user, answers), proved) << what;
+        EXPECT_EQ(answers.heard.size(), 1U) << what;
     }
 }
 

@@ -11,20 +11,14 @@
 
 #include "PresenceDesk.h"
 
-namespace kelvo {
+namespace kelvo::test {
 namespace {
-
-using test::click;
-using test::isAsking;
-using test::press;
-using test::textOf;
-using test::type;
 
 class PresencePromptTest : public testing::Test {
 protected:
     QQuickWindow& open() {
         EXPECT_TRUE(prompt_.show(engine_));
-        QQuickWindow* window = test::Person::prompt();
+        QQuickWindow* window = Person::prompt();
         EXPECT_TRUE(QTest::qWaitForWindowActive(window));
         return *window;
     }
@@ -70,14 +64,11 @@ TEST_F(PresencePromptTest, HidesASecretAndForgetsItOnceItIsGiven) {
     EXPECT_EQ(input(window)->property("displayText"), "123");
     press(window, Qt::Key_Return);
     EXPECT_EQ(answers_.back(), "123");
-}
 
-TEST_F(PresencePromptTest, HandsOverLettersBeyondAscii) {
-    QQuickWindow& window = open();
     prompt_.ask("Password:", false);
     input(window)->setProperty("text", QString::fromUtf8("pässwörd✓"));
     click(window, "confirm");
-    EXPECT_EQ(answers_, std::vector<std::string>{"pässwörd✓"});
+    EXPECT_EQ(answers_.back(), "pässwörd✓");
 }
 
 TEST_F(PresencePromptTest, KeepsARefusalReadableUntilItIsClosed) {
@@ -119,4 +110,4 @@ TEST_F(PresencePromptTest, LooksRightInLightAndDark) {
 }
 
 } // namespace
-} // namespace kelvo
+} // namespace kelvo::test

@@ -79,10 +79,7 @@ TEST(ChildProcess, TheChildSeesOnlyTheGivenEnvironmentAndNoDescriptorOrInputOfOu
 TEST(ChildProcess, AToolThatHangsIsEndedWithAllThatItStarted) {
     const test::TemporaryDirectory folder;
     const std::string file = (folder.path() / "pid").string();
-    const struct {
-        const char* what;
-        std::string script;
-    } table[] = {
+    const std::pair<const char*, std::string> table[] = {
         {"sleeps", "echo $$ > " + file + "; exec sleep 1000"},
         {"ignores signals",
          "trap '' TERM INT HUP; echo $$ > " + file + "; while :; do sleep 1; done"},
@@ -90,16 +87,16 @@ TEST(ChildProcess, AToolThatHangsIsEndedWithAllThatItStarted) {
         {"writes without end", "echo $$ > " + file + "; exec yes"},
         {"closes its output", "exec 1>&-; echo $$ > " + file + "; exec sleep 1000"},
     };
-    for (const auto& row : table) {
+    for (const auto& [what, script] : table) {
         // Again with more time, should the script not have come to its first line.
         pid_t left = 0;
         for (auto limit = 300ms; left == 0 && limit < 60s; limit *= 4) {
-            EXPECT_EQ(shell(row.script, Clock::now() + limit), std::nullopt) << row.what;
-            EXPECT_TRUE(childless()) << row.what;
+            EXPECT_EQ(shell(script, Clock::now() + limit), std::nullopt) << what;
+            EXPECT_TRUE(childless()) << what;
             std::ifstream(file) >> left;
         }
-        ASSERT_GT(left, 0) << row.what;
-        EXPECT_TRUE(isGone(left)) << row.what;
+        ASSERT_GT(left, 0) << what;
+        EXPECT_TRUE(isGone(left)) << what;
         std::filesystem::remove(file);
     }
 }

@@ -3,22 +3,17 @@
 namespace kelvo::device {
 namespace {
 
-using test::RecordedMachine;
-using test::Tree;
-using Outputs = std::map<std::string, std::string>;
+using enum FirewallState;
 
 Outputs firewalldAnswers(const std::string& state, const std::string& zone) {
-    return {
-        {"busctl --system call org.freedesktop.DBus /org/freedesktop/DBus org.freedesktop.DBus "
-         "NameHasOwner s org.fedoraproject.FirewallD1",
-         "b true\n"},
-        {"busctl --system get-property org.fedoraproject.FirewallD1 /org/fedoraproject/FirewallD1 "
-         "org.fedoraproject.FirewallD1 state",
-         state},
-        {"busctl --system --auto-start=no call org.fedoraproject.FirewallD1 "
-         "/org/fedoraproject/FirewallD1 org.fedoraproject.FirewallD1 getDefaultZone",
-         zone},
-    };
+    const std::string name = "org.fedoraproject.FirewallD1";
+    const std::string object = name + " /org/fedoraproject/FirewallD1 " + name;
+    return {{"busctl --system call org.freedesktop.DBus /org/freedesktop/DBus "
+             "org.freedesktop.DBus NameHasOwner s " +
+                 name,
+             "b true\n"},
+            {"busctl --system get-property " + object + " state", state},
+            {"busctl --system --auto-start=no call " + object + " getDefaultZone", zone}};
 }
 
 Tree ufwTree(const std::string& enabled, const std::string& policy) {
@@ -27,94 +22,67 @@ Tree ufwTree(const std::string& enabled, const std::string& policy) {
                                      "\"\nDEFAULT_OUTPUT_POLICY=\"ACCEPT\"\n"}};
 }
 
-const Outputs ufwActive = {{"systemctl is-active ufw.service", "active\n"}};
-const Outputs nftablesActive = {{"systemctl is-active nftables.service", "active\n"}};
+Outputs unit(const std::string& name, const std::string& state = "active") {
+    return {{"systemctl is-active " + name + ".service", state + "\n"}};
+}
 
 TEST(Firewall, FirewalldIsJudgedByItsStateAndDefaultZone) {
-    const struct {
-        const char* state;
-        const char* zone;
-        FirewallState expected;
-    } table[] = {
-        {"s \"RUNNING\"\n", "s \"public\"\n", FirewallState::on},
-        {"s \"RUNNING\"\n", "s \"FedoraWorkstation\"\n", FirewallState::on},
-        {"s \"RUNNING\"\n", "s \"drop\"\n", FirewallState::stealth},
-        {"s \"RUNNING\"\n", "s \"block\"\n", FirewallState::stealth},
-        {"s \"RUNNING\"\n", "s \"trusted\"\n", FirewallState::off},
-        {"s \"FAILED\"\n", "s \"public\"\n", FirewallState::off},
-        {"s \"RUNNING\"\n", "", FirewallState::unknown},
-        {"", "s \"public\"\n", FirewallState::unknown},
+    const std::string running = "s \"RUNNING\"\n";
+    const std::tuple<std::string, std::string, FirewallState> table[] = {
+        {running, "s \"public\"\n", on},           {running, "s \"drop\"\n", stealth},
+        {running, "s \"block\"\n", stealth},       {running, "s \"trusted\"\n", off},
+        {"s \"FAILED\"\n", "s \"public\"\n", off}, {running, "", unknown},
+        {"", "s \"public\"\n", unknown},
     };
-    for (const auto& row : table) {
-        RecordedMachine recorded({}, firewalldAnswers(row.state, row.zone));
-        EXPECT_EQ(firewall(recorded.machine()), row.expected) << row.state << row.zone;
-    }
+    for (const auto& [state, zone, expected] : table)
+        EXPECT_EQ(found(firewall, {}, firewalldAnswers(state, zone)), expected) << state << zone;
 }
 
 TEST(Firewall, UfwNeedsItsSwitchItsPolicyAndItsUnit) {
-    const struct {
-        const char* enabled;
-        const char* policy;
-        Outputs outputs;
-        FirewallState expected;
-    } table[] = {
-        {"yes", "DROP", ufwActive, FirewallState::on},
-        {"yes", "REJECT", ufwActive, FirewallState::on},
-        {"yes", "ACCEPT", ufwActive, FirewallState::off},
-        {"no", "DROP", ufwActive, FirewallState::off},
-        {"yes",
-         "DROP",
-         {{"systemctl is-active ufw.service", "inactive\n"}},
-         FirewallState::unknown},
-        {"yes", "DROP", {}, FirewallState::unknown},
+    const std::tuple<const char*, const char*, Outputs, FirewallState> table[] = {
+        {"yes", "DROP", unit("ufw"), on},
+        {"yes", "REJECT", unit("ufw"), on},
+        {"yes", "ACCEPT", unit("ufw"), off},
+        {"no", "DROP", unit("ufw"), off},
+        {"yes", "DROP", unit("ufw", "inactive"), unknown},
+        {"yes", "DROP", {}, unknown},
     };
-    for (const auto& row : table) {
-        RecordedMachine recorded(ufwTree(row.enabled, row.policy), row.outputs);
-        EXPECT_EQ(firewall(recorded.machine()), row.expected) << row.enabled << row.policy;
-    }
+    for (const auto& [enabled, policy, outputs, expected] : table)
+        EXPECT_EQ(found(firewall, ufwTree(enabled, policy), outputs), expected)
+            << enabled << policy;
 }
 
 TEST(Firewall, PlainNftablesIsJudgedByAReadableConfiguration) {
-    const struct {
-        const char* configuration;
-        FirewallState expected;
-    } table[] = {
+    const std::pair<const char*, FirewallState> table[] = {
         {"#!/usr/sbin/nft -f\nflush ruleset\ntable inet filter {\n\tchain input {\n\t\ttype filter "
          "hook input priority filter; policy drop;\n\t}\n}\n",
-         FirewallState::on},
-        {"table inet filter {\n chain input {\n  type filter hook input priority 0; policy "
-         "accept;\n"
+         on},
+        {"table inet f {\n chain input {\n  type filter hook input priority 0; policy accept;\n"
          "  ct state established accept\n  tcp dport 22 accept\n  counter reject\n }\n}\n",
-         FirewallState::on},
-        {"table inet filter {\n chain input {\n  type filter hook input priority filter;\n }\n"
+         on},
+        {"table inet f {\n chain input {\n  type filter hook input priority filter;\n }\n"
          " chain forward {\n  type filter hook forward priority filter; policy drop;\n }\n}\n",
-         FirewallState::off},
+         off},
         {"table inet filter { chain input { type filter hook input priority 0; # policy drop\n"
          " tcp dport 23 drop\n } }\n",
-         FirewallState::off},
-        {"include \"/etc/nftables.d/*.nft\"\n", FirewallState::unknown},
+         off},
+        {"include \"/etc/nftables.d/*.nft\"\n", unknown},
     };
-    for (const auto& row : table) {
-        RecordedMachine recorded({{"/etc/nftables.conf", row.configuration}}, nftablesActive);
-        EXPECT_EQ(firewall(recorded.machine()), row.expected) << row.configuration;
-        EXPECT_EQ(
-            firewall(RecordedMachine(Tree{{"/etc/nftables.conf", row.configuration}}).machine()),
-            FirewallState::unknown)
-            << "the unit is not active";
+    for (const auto& [configuration, expected] : table) {
+        const Tree tree = {{"/etc/nftables.conf", configuration}};
+        EXPECT_EQ(found(firewall, tree, unit("nftables")), expected) << configuration;
+        EXPECT_EQ(found(firewall, tree), unknown) << "the unit is not active";
     }
-    EXPECT_EQ(firewall(RecordedMachine({}, nftablesActive).machine()), FirewallState::unknown);
+    EXPECT_EQ(found(firewall, {}, unit("nftables")), unknown);
 }
 
 TEST(Firewall, ASwitchedOffFrontEndLeavesTheFieldToPlainRules) {
     Tree tree = ufwTree("no", "DROP");
     tree["/etc/nftables.conf"] =
         "table inet f { chain i { type filter hook input priority 0; policy drop; } }\n";
-    EXPECT_EQ(firewall(RecordedMachine(tree, nftablesActive).machine()), FirewallState::on);
-    EXPECT_EQ(firewall(RecordedMachine(tree).machine()), FirewallState::off);
-}
-
-TEST(Firewall, AMachineThatShowsNoneIsUnknown) {
-    EXPECT_EQ(firewall(RecordedMachine().machine()), FirewallState::unknown);
+    EXPECT_EQ(found(firewall, tree, unit("nftables")), on);
+    EXPECT_EQ(found(firewall, tree), off);
+    EXPECT_EQ(found(firewall, {}), unknown);
 }
 
 } // namespace

@@ -6,35 +6,26 @@
 
 #include <fstream>
 #include <map>
-#include <ostream>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "device/Probes.h"
 
 namespace kelvo::device {
 
-inline void PrintTo(Finding finding, std::ostream* out) {
-    *out << (finding == Finding::secure     ? "secure"
-             : finding == Finding::insecure ? "insecure"
-                                            : "unknown");
-}
+/// Files by their path; a text that begins with "-> " makes a link, a path that ends in "/" a
+/// folder.
+using Tree = std::map<std::string, std::string>;
 
-inline void PrintTo(FirewallState state, std::ostream* out) {
-    constexpr const char* names[] = {"unknown", "off", "on", "stealth"};
-    *out << names[static_cast<int>(state)];
-}
+/// What tools print, by the whole command line without the tool's folder.
+using Outputs = std::map<std::string, std::string>;
 
-} // namespace kelvo::device
-
-namespace kelvo::test {
-
-/// Tools that answer by their whole command line; what is not listed gives no output.
-class RecordedCommands : public device::Commands {
+/// Tools that answer by their command line; what is not listed gives no output.
+class RecordedCommands : public Commands {
 public:
     std::optional<std::string> run(const std::string& path,
-                                   const std::vector<std::string>& arguments,
-                                   device::Deadline) override {
+                                   const std::vector<std::string>& arguments, Deadline) override {
         std::string line = path.substr(path.rfind('/') + 1);
         for (const std::string& argument : arguments)
             line += " " + argument;
@@ -43,50 +34,48 @@ public:
         return found->second;
     }
 
-    std::map<std::string, std::string> outputs;
+    Outputs outputs;
 };
-
-/// Files by their path; a text that begins with "-> " makes a link, a path that ends in "/" a
-/// folder.
-using Tree = std::map<std::string, std::string>;
 
 /// A machine as its layout was written down: a tree in a temporary directory, and tool outputs.
 class RecordedMachine {
 public:
-    explicit RecordedMachine(const Tree& tree = {},
-                             std::map<std::string, std::string> outputs = {}) {
+    explicit RecordedMachine(const Tree& tree = {}, Outputs outputs = {},
+                             const std::string& desktop = "") {
         commands.outputs = std::move(outputs);
         session.root = root_.path();
         session.home = "/home/ada";
         session.config = "/home/ada/.config";
+        session.desktop = desktop;
         for (const auto& [path, text] : tree)
-            add(path, text);
+            add(root_.path() / path.substr(1), text);
     }
 
-    void add(const std::string& path, const std::string& text) {
-        namespace fs = std::filesystem;
-        const fs::path at = root_.path() / fs::path(path).relative_path();
-        if (path.ends_with('/')) {
-            fs::create_directories(at);
-            return;
-        }
-        fs::create_directories(at.parent_path());
-        if (text.starts_with("-> ")) {
-            fs::create_symlink(text.substr(3), at);
-            return;
-        }
-        std::ofstream(at, std::ios::binary) << text;
-    }
-
-    device::Machine machine() {
+    Machine machine() {
         return {session, commands, std::chrono::steady_clock::now() + std::chrono::hours(1)};
     }
 
-    device::Session session;
+    Session session;
     RecordedCommands commands;
 
 private:
-    TemporaryDirectory root_;
+    static void add(const std::filesystem::path& at, const std::string& text) {
+        std::filesystem::create_directories(at.parent_path());
+        if (text.starts_with("-> ")) {
+            std::filesystem::create_symlink(text.substr(3), at);
+        } else if (at.has_filename()) {
+            std::ofstream(at, std::ios::binary) << text;
+        }
+    }
+
+    test::TemporaryDirectory root_;
 };
 
-} // namespace kelvo::test
+/// What `probe` finds on a machine of that layout.
+template <class Found>
+Found found(Found (*probe)(const Machine&), const Tree& tree, const Outputs& outputs = {},
+            const std::string& desktop = "") {
+    return probe(RecordedMachine(tree, outputs, desktop).machine());
+}
+
+} // namespace kelvo::device

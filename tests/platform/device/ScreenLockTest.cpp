@@ -3,9 +3,13 @@
 namespace kelvo::device {
 namespace {
 
-using test::RecordedMachine;
-using test::Tree;
-using Outputs = std::map<std::string, std::string>;
+using enum Finding;
+
+constexpr const char* ownFile = "/home/ada/.config/kscreenlockerrc";
+
+Finding on(const std::string& desktop, const Outputs& outputs, const Tree& tree = {}) {
+    return found(screenLock, tree, outputs, desktop);
+}
 
 const Outputs gnomeDefaults = {
     {"gsettings get org.gnome.desktop.screensaver lock-enabled", "true\n"},
@@ -14,88 +18,65 @@ const Outputs gnomeDefaults = {
     {"gsettings get org.gnome.desktop.lockdown disable-lock-screen", "false\n"},
 };
 
-Finding on(const std::string& desktop, const Outputs& outputs, const Tree& tree = {}) {
-    RecordedMachine recorded(tree, outputs);
-    recorded.session.desktop = desktop;
-    return screenLock(recorded.machine());
-}
-
 TEST(ScreenLock, GnomeMustLockByItselfSoonAndMustBeAllowedTo) {
-    EXPECT_EQ(on("GNOME", gnomeDefaults), Finding::secure);
-    EXPECT_EQ(on("ubuntu:GNOME", gnomeDefaults), Finding::secure);
-    const struct {
-        const char* key;
-        const char* value;
-        Finding finding;
-    } table[] = {
-        {"org.gnome.desktop.screensaver lock-enabled", "false", Finding::insecure},
-        {"org.gnome.desktop.screensaver lock-delay", "uint32 300", Finding::secure},
-        {"org.gnome.desktop.screensaver lock-delay", "uint32 3600", Finding::insecure},
-        {"org.gnome.desktop.session idle-delay", "uint32 0", Finding::insecure},
-        {"org.gnome.desktop.lockdown disable-lock-screen", "true", Finding::insecure},
-        {"org.gnome.desktop.session idle-delay", "", Finding::unknown},
+    EXPECT_EQ(on("ubuntu:GNOME", gnomeDefaults), secure);
+    const std::tuple<const char*, const char*, Finding> table[] = {
+        {"screensaver lock-enabled", "false", insecure},
+        {"screensaver lock-delay", "uint32 300", secure},
+        {"screensaver lock-delay", "uint32 301", insecure},
+        {"session idle-delay", "uint32 0", insecure},
+        {"lockdown disable-lock-screen", "true", insecure},
+        {"session idle-delay", "", unknown},
     };
-    for (const auto& row : table) {
+    for (const auto& [key, value, finding] : table) {
         Outputs outputs = gnomeDefaults;
-        outputs[std::string("gsettings get ") + row.key] = row.value;
-        EXPECT_EQ(on("GNOME", outputs), row.finding) << row.key << " " << row.value;
+        outputs[std::string("gsettings get org.gnome.desktop.") + key] = value;
+        EXPECT_EQ(on("GNOME", outputs), finding) << key << " " << value;
     }
 }
 
 TEST(ScreenLock, TheSessionsDesktopDecidesAndNotWhatIsInstalled) {
-    for (const char* desktop : {"", "sway", "Hyprland", "Budgie:GNOME", "XFCE", "LXQt"})
-        EXPECT_EQ(on(desktop, gnomeDefaults), Finding::unknown) << desktop;
-    EXPECT_EQ(on("KDE", gnomeDefaults,
-                 {{"/home/ada/.config/kscreenlockerrc", "[Daemon]\nAutolock=false\n"}}),
-              Finding::insecure);
+    for (const char* desktop : {"", "sway", "Budgie:GNOME", "XFCE", "X-Cinnamon"})
+        EXPECT_EQ(on(desktop, gnomeDefaults), unknown) << desktop;
+    EXPECT_EQ(on("KDE", gnomeDefaults, {{ownFile, "[Daemon]\nAutolock=false\n"}}), insecure);
 }
 
 TEST(ScreenLock, KdeTakesItsDefaultsAndThePersonsFileOverTheSystems) {
-    const struct {
-        const char* system;
-        const char* own;
-        Finding finding;
-    } table[] = {
-        {"", "", Finding::secure},
-        {"", "[Daemon]\nAutolock=true\nTimeout=10\nLockGrace=60\n", Finding::secure},
-        {"", "[Daemon]\nAutolock=false\n", Finding::insecure},
-        {"", "[Daemon]\nTimeout=0\n", Finding::insecure},
-        {"", "[Daemon]\nLockGrace=3600\n", Finding::insecure},
-        {"", "[Daemon]\nLockGrace=-1\n", Finding::insecure},
-        {"", "[Daemon]\nRequirePassword=false\n", Finding::insecure},
-        {"", "[Daemon]\nLockOnResume=false\n", Finding::insecure},
-        {"", "[Daemon]\nTimeout=soon\n", Finding::unknown},
-        {"", "[Greeter]\nAutolock=false\n", Finding::secure},
-        {"[Daemon]\nAutolock=false\n", "", Finding::insecure},
-        {"[Daemon]\nAutolock=false\n", "[Daemon]\nAutolock=true\n", Finding::secure},
-        {"[Daemon]\nAutolock[$i]=true\n", "[Daemon]\nAutolock=false\n", Finding::secure},
-        {"[Daemon][$i]\nAutolock=true\n", "[Daemon]\nTimeout=0\n", Finding::secure},
+    const std::tuple<const char*, const char*, Finding> table[] = {
+        {"", "", secure},
+        {"", "[Daemon]\nAutolock=true\nTimeout=10\nLockGrace=60\n", secure},
+        {"", "[Daemon]\nAutolock=false\n", insecure},
+        {"", "[Daemon]\nTimeout=0\n", insecure},
+        {"", "[Daemon]\nLockGrace=3600\n", insecure},
+        {"", "[Daemon]\nLockGrace=-1\n", insecure},
+        {"", "[Daemon]\nRequirePassword=false\n", insecure},
+        {"", "[Daemon]\nLockOnResume=false\n", insecure},
+        {"", "[Daemon]\nTimeout=soon\n", unknown},
+        {"", "[Greeter]\nAutolock=false\n", secure},
+        {"[Daemon]\nAutolock=false\n", "", insecure},
+        {"[Daemon]\nAutolock=false\n", "[Daemon]\nAutolock=true\n", secure},
+        {"[Daemon]\nAutolock[$i]=true\n", "[Daemon]\nAutolock=false\n", secure},
+        {"[Daemon][$i]\nAutolock=true\n", "[Daemon]\nTimeout=0\n", secure},
     };
-    for (const auto& row : table) {
-        EXPECT_EQ(on("KDE", {},
-                     {{"/etc/xdg/kscreenlockerrc", row.system},
-                      {"/home/ada/.config/kscreenlockerrc", row.own}}),
-                  row.finding)
-            << row.system << row.own;
-    }
-    EXPECT_EQ(on("KDE", {}), Finding::secure) << "no file at all";
-    EXPECT_EQ(on("KDE", {}, {{"/home/ada/.config/kscreenlockerrc/", ""}}), Finding::unknown);
+    for (const auto& [system, own, finding] : table)
+        EXPECT_EQ(on("KDE", {}, {{"/etc/xdg/kscreenlockerrc", system}, {ownFile, own}}), finding)
+            << system << own;
+    EXPECT_EQ(on("KDE", {}), secure) << "no file at all";
+    EXPECT_EQ(on("KDE", {}, {{std::string(ownFile) + "/", ""}}), unknown);
 }
 
 TEST(ScreenLock, OtherDesktopsAnswerForThemselves) {
     const Outputs cinnamon = {
         {"gsettings get org.cinnamon.desktop.screensaver lock-enabled", "true"},
         {"gsettings get org.cinnamon.desktop.session idle-delay", "uint32 900"}};
-    EXPECT_EQ(on("X-Cinnamon", cinnamon), Finding::secure);
-    EXPECT_EQ(on("X-Cinnamon", {}), Finding::unknown);
+    EXPECT_EQ(on("X-Cinnamon", cinnamon), secure);
     const Outputs mate = {{"gsettings get org.mate.screensaver lock-enabled", "true"},
                           {"gsettings get org.mate.screensaver idle-activation-enabled", "false"},
                           {"gsettings get org.mate.session idle-delay", "5"}};
-    EXPECT_EQ(on("MATE", mate), Finding::insecure);
-    EXPECT_EQ(on("XFCE", {{"xfconf-query -c xfce4-screensaver -p /lock/enabled", "true"}}),
-              Finding::secure);
-    EXPECT_EQ(on("XFCE", {{"xfconf-query -c xfce4-screensaver -p /lock/enabled", "false"}}),
-              Finding::insecure);
+    EXPECT_EQ(on("MATE", mate), insecure);
+    const std::string xfce = "xfconf-query -c xfce4-screensaver -p /lock/enabled";
+    EXPECT_EQ(on("XFCE", {{xfce, "true"}}), secure);
+    EXPECT_EQ(on("XFCE", {{xfce, "false"}}), insecure);
 }
 
 } // namespace

@@ -3,65 +3,36 @@
 namespace kelvo::device {
 namespace {
 
-using test::RecordedMachine;
-using test::Tree;
+using enum Finding;
 
-constexpr const char* secureBootFile =
-    "/sys/firmware/efi/efivars/SecureBoot-8be4df61-93ca-11d2-aa0d-00e098032b8c";
-constexpr const char* mokFile =
-    "/sys/firmware/efi/efivars/MokSBStateRT-605dab50-e046-4300-abb6-3dd810dd8b23";
+const std::string efi = "/sys/firmware/efi/";
+const std::string secureBoot = efi + "efivars/SecureBoot-8be4df61-93ca-11d2-aa0d-00e098032b8c";
+const std::string mok = efi + "efivars/MokSBStateRT-605dab50-e046-4300-abb6-3dd810dd8b23";
+const std::string appArmor = "/sys/module/apparmor/parameters/enabled";
+const std::string selinux = "/sys/fs/selinux/enforce";
+const std::string lockdown = "/sys/kernel/security/lockdown";
 
-std::string variable(char value) {
-    return std::string("\x06\0\0\0", 4) + value;
-}
+const std::string yes("\x06\0\0\0\x01", 5);
+const std::string no("\x06\0\0\0\0", 5);
 
 TEST(SystemIntegrity, SecureBootAndOneGuardOfTheRunningSystemAreNeeded) {
-    const struct {
-        const char* what;
-        Tree tree;
-        Finding finding;
-    } table[] = {
-        {"AppArmor",
-         {{secureBootFile, variable(1)}, {"/sys/module/apparmor/parameters/enabled", "Y\n"}},
-         Finding::secure},
-        {"SELinux enforcing",
-         {{secureBootFile, variable(1)}, {"/sys/fs/selinux/enforce", "1"}},
-         Finding::secure},
-        {"SELinux permissive",
-         {{secureBootFile, variable(1)}, {"/sys/fs/selinux/enforce", "0"}},
-         Finding::insecure},
+    const std::tuple<const char*, Tree, Finding> table[] = {
+        {"AppArmor", {{secureBoot, yes}, {appArmor, "Y\n"}}, secure},
+        {"SELinux enforcing", {{secureBoot, yes}, {selinux, "1"}}, secure},
+        {"SELinux permissive", {{secureBoot, yes}, {selinux, "0"}}, insecure},
         {"lockdown",
-         {{secureBootFile, variable(1)},
-          {"/sys/kernel/security/lockdown", "none [integrity] confidentiality\n"},
-          {"/sys/module/apparmor/parameters/enabled", "N\n"}},
-         Finding::secure},
-        {"no lockdown",
-         {{secureBootFile, variable(1)},
-          {"/sys/kernel/security/lockdown", "[none] integrity confidentiality\n"}},
-         Finding::insecure},
-        {"lockdown that cannot be read",
-         {{secureBootFile, variable(1)}, {"/sys/kernel/security/lockdown/", ""}},
-         Finding::unknown},
-        {"Secure Boot off",
-         {{secureBootFile, variable(0)}, {"/sys/module/apparmor/parameters/enabled", "Y\n"}},
-         Finding::insecure},
-        {"validation off in the boot loader",
-         {{secureBootFile, variable(1)},
-          {mokFile, variable(1)},
-          {"/sys/module/apparmor/parameters/enabled", "Y\n"}},
-         Finding::insecure},
-        {"not started by UEFI",
-         {{"/sys/firmware/", ""}, {"/sys/module/apparmor/parameters/enabled", "Y\n"}},
-         Finding::insecure},
-        {"variables not mounted",
-         {{"/sys/firmware/efi/", ""}, {"/sys/module/apparmor/parameters/enabled", "Y\n"}},
-         Finding::unknown},
-        {"a variable cut short",
-         {{secureBootFile, "\x06"}, {"/sys/module/apparmor/parameters/enabled", "Y\n"}},
-         Finding::unknown},
+         {{secureBoot, yes}, {lockdown, "none [integrity] x\n"}, {appArmor, "N\n"}},
+         secure},
+        {"no lockdown", {{secureBoot, yes}, {lockdown, "[none] integrity x\n"}}, insecure},
+        {"lockdown that cannot be read", {{secureBoot, yes}, {lockdown + "/", ""}}, unknown},
+        {"Secure Boot off", {{secureBoot, no}, {appArmor, "Y\n"}}, insecure},
+        {"not checked", {{secureBoot, yes}, {mok, yes}, {appArmor, "Y\n"}}, insecure},
+        {"not started by UEFI", {{"/sys/firmware/", ""}, {appArmor, "Y\n"}}, insecure},
+        {"variables not mounted", {{efi, ""}, {appArmor, "Y\n"}}, unknown},
+        {"a variable cut short", {{secureBoot, "\x06"}, {appArmor, "Y\n"}}, unknown},
     };
-    for (const auto& row : table)
-        EXPECT_EQ(systemIntegrity(RecordedMachine(row.tree).machine()), row.finding) << row.what;
+    for (const auto& [what, tree, finding] : table)
+        EXPECT_EQ(found(systemIntegrity, tree), finding) << what;
 }
 
 } // namespace

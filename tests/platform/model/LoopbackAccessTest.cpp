@@ -5,6 +5,7 @@
 
 #include <QNetworkProxy>
 #include <QNetworkReply>
+#include <array>
 
 #include "ModelBench.h"
 
@@ -12,8 +13,6 @@ namespace kelvo::test {
 namespace {
 
 using ::testing::HasSubstr;
-
-constexpr const char* word = R"({"word":"yes"})";
 
 TEST(LoopbackAccess, KnowsTheAddressesOfThisMachine) {
     for (const char* address :
@@ -47,33 +46,27 @@ TEST(LoopbackAccess, RefusesEveryOtherAddressWithoutAConnection) {
     EXPECT_EQ(server.connections, 0);
 }
 
-TEST(LoopbackAccess, FollowsNoRedirect) {
-    for (const int status : {301, 302, 307, 308}) {
-        ScriptedHttpServer elsewhere([](const auto&) { return Reply{.body = "{}"}; });
-        ScriptedModelServer server(Api::native);
-        server.chat = {
-            {.status = status, .headers = "Location: " + elsewhere.address() + "/api/chat\r\n"}};
-        LoopbackModel model(builtIn(), patient({server.port()}));
-        EXPECT_THAT(asked(model, wordRequest()).error().description, HasSubstr("elsewhere"));
-        EXPECT_EQ(elsewhere.connections, 0) << status;
-    }
-}
-
-TEST(LoopbackAccess, FollowsNoRedirectWhileLookingForAServer) {
+TEST(LoopbackAccess, FollowsNoRedirectInACallOrWhileLookingForAServer) {
     ScriptedModelServer elsewhere(Api::native);
+    const std::string location = "Location: " + elsewhere.http().address();
+    for (const int status : {301, 302, 307, 308}) {
+        ModelBench bench(Api::native);
+        bench.server.chat = {{.status = status, .headers = location + "/api/chat\r\n"}};
+        EXPECT_THAT(bench.ask(), HasSubstr("elsewhere")) << status;
+    }
     ScriptedHttpServer server([&](const auto& request) {
-        return Reply{.status = 302,
-                     .headers = "Location: " + elsewhere.http().address() + request.path + "\r\n"};
+        return Reply{.status = 302, .headers = location + request.path + "\r\n"};
     });
     LoopbackModel model(builtIn(), patient({server.port()}));
-    EXPECT_EQ(asked(model, wordRequest()).value(), "built-in answer");
+    EXPECT_EQ(asked(model), "built-in answer");
     EXPECT_EQ(elsewhere.http().connections, 0);
 }
 
 TEST(LoopbackAccess, UsesNoProxyWhateverTheApplicationAndTheEnvironmentSay) {
     ScriptedHttpServer proxy([](const auto&) { return Reply{.body = "{}"}; });
     const QByteArray address = QByteArray::fromStdString(proxy.address());
-    for (const char* name : {"http_proxy", "HTTP_PROXY", "all_proxy", "ALL_PROXY"})
+    constexpr std::array names = {"http_proxy", "HTTP_PROXY", "all_proxy", "ALL_PROXY"};
+    for (const char* name : names)
         qputenv(name, address);
     qunsetenv("no_proxy");
     QNetworkProxyFactory::setUseSystemConfiguration(true);
@@ -82,14 +75,11 @@ TEST(LoopbackAccess, UsesNoProxyWhateverTheApplicationAndTheEnvironmentSay) {
             QNetworkProxy::setApplicationProxy(
                 QNetworkProxy(QNetworkProxy::HttpProxy, QStringLiteral("127.0.0.1"), proxy.port()));
         }
-        ScriptedModelServer server(Api::native);
-        server.chat = {server.says(word)};
-        LoopbackModel model(builtIn(), patient({server.port()}));
-        EXPECT_EQ(asked(model, wordRequest()).value(), word);
+        EXPECT_EQ(ModelBench(Api::native, {word}).ask(), word);
     }
     QNetworkProxy::setApplicationProxy(QNetworkProxy::NoProxy);
     QNetworkProxyFactory::setUseSystemConfiguration(false);
-    for (const char* name : {"http_proxy", "HTTP_PROXY", "all_proxy", "ALL_PROXY"})
+    for (const char* name : names)
         qunsetenv(name);
     EXPECT_EQ(proxy.connections, 0);
     // Qt keeps these addresses from proxies by itself; this does not lean on it.
@@ -97,12 +87,10 @@ TEST(LoopbackAccess, UsesNoProxyWhateverTheApplicationAndTheEnvironmentSay) {
 }
 
 TEST(LoopbackAccess, SendsNothingThatNamesThePersonOrTheMachine) {
-    ScriptedModelServer server(Api::native);
-    server.chat = {server.says(word)};
-    server.lists["/api/version"].headers = "Set-Cookie: id=1\r\n";
-    LoopbackModel model(builtIn(), patient({server.port()}));
-    EXPECT_EQ(asked(model, wordRequest()).value(), word);
-    for (const auto& request : server.http().requests) {
+    ModelBench bench(Api::native, {word});
+    bench.server.lists["/api/version"].headers = "Set-Cookie: id=1\r\n";
+    EXPECT_EQ(bench.ask(), word);
+    for (const auto& request : bench.server.http().requests) {
         EXPECT_THAT(request.head, ::testing::Not(HasSubstr("Cookie")));
         EXPECT_THAT(request.head, ::testing::Not(HasSubstr("Authorization")));
         EXPECT_THAT(request.head, HasSubstr("Accept-Language: en\r\n"));

@@ -3,7 +3,7 @@
 #include "support/EventLoopEnvironment.h"
 #include "support/ScriptedModelServer.h"
 
-#include <memory>
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <utility>
@@ -16,6 +16,8 @@ namespace kelvo::test {
 using Reply = ScriptedHttpServer::Reply;
 using Fault = Reply::Fault;
 using Api = ScriptedModelServer::Api;
+
+inline constexpr const char* word = R"({"word":"yes"})";
 
 /// Generous bounds: a test that comes near one has failed.
 inline LoopbackModel::Settings patient(std::vector<std::uint16_t> ports) {
@@ -41,14 +43,37 @@ inline ModelRequest wordRequest() {
                       R"("required":["word"],"additionalProperties":false})"};
 }
 
-/// Asks and waits for the outcome.
-inline tl::expected<std::string, ModelFailure> asked(LanguageModel& model,
-                                                     const ModelRequest& request) {
-    std::optional<tl::expected<std::string, ModelFailure>> outcome;
-    model.respond(request, [&](auto reply) { outcome = std::move(reply); });
+/// The answer, or "failed: " and the description.
+inline std::string told(const tl::expected<std::string, ModelFailure>& reply) {
+    return reply ? *reply : "failed: " + reply.error().description;
+}
+
+/// Asks and waits for what is told.
+inline std::string asked(LanguageModel& model, const ModelRequest& request = wordRequest()) {
+    std::optional<std::string> outcome;
+    model.respond(request, [&](auto reply) { outcome = told(reply); });
     EXPECT_FALSE(outcome.has_value()) << "the outcome came inside the call";
     EXPECT_TRUE(eventually([&] { return outcome.has_value(); }));
-    return outcome.value_or(tl::unexpected(ModelFailure{"no outcome"}));
+    return outcome.value_or("no outcome");
 }
+
+/// A scripted server and the model that finds it.
+struct ModelBench {
+    explicit ModelBench(Api api, std::initializer_list<const char*> contents = {},
+                        const std::function<void(LoopbackModel::Settings&)>& change = {})
+        : server(api), settings(patient({server.port()})) {
+        for (const char* content : contents)
+            server.chat.push_back(server.says(content));
+        if (change) change(settings);
+        model = std::make_unique<LoopbackModel>(builtIn(), settings);
+    }
+    std::string ask(const ModelRequest& request = wordRequest()) const {
+        return asked(*model, request);
+    }
+
+    ScriptedModelServer server;
+    LoopbackModel::Settings settings;
+    std::unique_ptr<LoopbackModel> model;
+};
 
 } // namespace kelvo::test

@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <set>
-#include <sstream>
+#include <tuple>
 
 #include "responder/BuiltInResponder.h"
 
@@ -79,35 +79,28 @@ TEST(PolicyDraft, StatesEveryFactOnceAndWholeAmongItsStatements) {
     EXPECT_THAT(draft, Not(HasSubstr("register")));
 }
 
-TEST(PolicyDraft, HasTheFormThatAnAuditorExpects) {
+TEST(PolicyDraft, HasTheFormThatAnAuditorExpectsAndMarksWhatTheFactsDoNotSayAsBlank) {
     const std::string draft = drafted("All vendors are listed; the CTO approves them each year");
-    std::size_t at = 0;
-    for (const char* heading :
-         {"Policy for CC9-vendor-risk\n", "\n1. Purpose\n", "\n2. Scope\n",
-          "\n3. Policy statements\n", "\n4. Responsibilities\n", "\n5. Review\n"}) {
-        const auto found = draft.find(heading, at);
-        ASSERT_NE(found, std::string::npos) << heading;
-        at = found;
+    const std::string blank = drafted("Vendors are listed", "owner");
+    EXPECT_TRUE(draft.starts_with("Policy for CC9-vendor-risk\n"));
+    EXPECT_THAT(draft, HasSubstr("\nDocument owner: Ada Byron\n"));
+    EXPECT_THAT(blank, HasSubstr("\nDocument owner: [To be completed: name of the document "
+                                 "owner]\n"));
+    const std::tuple<const char*, const char*, const char*, const char*> table[] = {
+        {"\n1. Purpose\n", "\n2. Scope\n", "", ""},
+        {"\n2. Scope\n", "\n3. Policy statements\n", "See 3.1: All vendors are listed.",
+         "[To be completed: systems"},
+        {"\n3. Policy statements\n", "\n4. Responsibilities\n", "3.2 ", ""},
+        {"\n4. Responsibilities\n", "\n5. Review\n", "See 3.2: The CTO approves them each year.",
+         "[To be completed: who performs"},
+        {"\n5. Review\n", "zzz", "See 3.2: The CTO approves them each year.",
+         "[To be completed: how often"},
+    };
+    for (const auto& [from, to, said, missing] : table) {
+        EXPECT_THAT(section(draft, from, to), HasSubstr(said));
+        EXPECT_THAT(section(blank, from, to), HasSubstr(missing));
     }
-    EXPECT_THAT(section(draft, "2. Scope", "3. "), HasSubstr("See 3.1: All vendors are listed."));
-    EXPECT_THAT(section(draft, "4. Resp", "5. "),
-                HasSubstr("See 3.2: The CTO approves them each year."));
-    EXPECT_THAT(section(draft, "5. Review", "zzz"),
-                HasSubstr("See 3.2: The CTO approves them each year."));
-}
-
-TEST(PolicyDraft, MarksWhatTheFactsDoNotSayAsBlank) {
-    const std::string draft = drafted("Vendors are listed");
-    EXPECT_THAT(section(draft, "2. Scope", "3. "), HasSubstr("[To be completed: systems"));
-    EXPECT_THAT(section(draft, "4. Resp", "5. "), HasSubstr("[To be completed: who performs"));
-    EXPECT_THAT(section(draft, "5. Review", "zzz"), HasSubstr("[To be completed: how often"));
     EXPECT_THAT(drafted(""), HasSubstr("[To be completed: the record states nothing in place"));
-}
-
-TEST(PolicyDraft, NamesTheOwnerOrLeavesABlankForAPersonThatIsNotVerified) {
-    EXPECT_THAT(drafted("x"), HasSubstr("\nDocument owner: Ada Byron\n"));
-    EXPECT_THAT(drafted("x", "owner"),
-                HasSubstr("\nDocument owner: [To be completed: name of the document owner]\n"));
 }
 
 TEST(PolicyDraft, DoesNotStateAsAPolicyWhatIsNotInPlace) {
@@ -121,18 +114,13 @@ TEST(PolicyDraft, DoesNotStateAsAPolicyWhatIsNotInPlace) {
     EXPECT_THAT(section(draft, "5. Review", "zzz"), Not(HasSubstr("See")));
 }
 
-TEST(PolicyDraft, IsTheSameEveryTime) {
-    EXPECT_EQ(drafted("Vendors are listed; tested"), drafted("Vendors are listed; tested"));
-}
-
 TEST(PolicyDraft, RefusesAPromptOfAnotherForm) {
     const BuiltInResponder responder([] { return GroundTexts{}; });
     for (const char* prompt :
          {"", "Write a poem.", "Criterion: x", "Criterion: x\nDocument owner: y"})
         EXPECT_FALSE(responder.respond({"", prompt, "", {}}).has_value()) << prompt;
-    EXPECT_FALSE(responder.respond({"", "x", "OtherRecord", {}}).has_value());
-    EXPECT_FALSE(responder.respond({"", "x", "EvidenceMapping", {}}).has_value());
-    EXPECT_FALSE(responder.respond({"", "x", "GeneratedAssistantReply", {}}).has_value());
+    for (const char* record : {"OtherRecord", "EvidenceMapping", "GeneratedAssistantReply"})
+        EXPECT_FALSE(responder.respond({"", "x", record, {}}).has_value()) << record;
 }
 
 } // namespace
