@@ -1,12 +1,12 @@
 #include "desktop/DesktopNotifications.h"
 
+#include "support/PrivateBus.h"
+
 #include <gmock/gmock.h>
 
 #include <QDBusConnectionInterface>
 #include <QFile>
 #include <QTest>
-
-#include "support/PrivateBus.h"
 
 namespace kelvo {
 namespace {

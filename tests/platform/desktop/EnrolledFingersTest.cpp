@@ -1,10 +1,11 @@
+#include "support/PrivateBus.h"
+
 #include <gtest/gtest.h>
 
 #include <QDBusObjectPath>
 #include <QThread>
 
 #include "PresenceDesk.h"
-#include "support/PrivateBus.h"
 
 namespace kelvo {
 namespace {
