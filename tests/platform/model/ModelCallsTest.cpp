@@ -42,8 +42,10 @@ TEST_P(ModelCalls, TakeAnAnswerOutOfThinkingAndFencesAndRefuseOneThatIsNotWhole)
           "<think>Let me {\"x\":1}</think>\n{\"criteria\":[\"CC1-a\",\"other\"],\"summary\":\"S\"}",
           "```json\n{\"criteria\":[\"CC1-a\",\"other\"],\"summary\":\"S\",\"more\":[1]}\n```"})
         EXPECT_EQ(mapped(content), mapping) << content;
-    for (const char* content : {R"({"criteria":["CC1-a"]})", R"({"criteria":[1],"summary":"S"})",
-                                "[]", "I would say CC1-a.", "<think>It is", ""})
+    for (const char* content :
+         {R"({"criteria":["CC1-a"]})", R"({"criteria":["CC1-a"],"summary":null})",
+          R"({"criteria":"CC1-a","summary":"S"})", R"({"criteria":[1],"summary":"S"})", "[]",
+          "I would say CC1-a.", "<think>It is", ""})
         EXPECT_EQ(mapped(content), std::nullopt) << content;
 }
 
