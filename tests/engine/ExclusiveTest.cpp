@@ -12,9 +12,11 @@ TEST(WorkQueue, HoldsWorkAndRunsItInOrderOfArrival) {
     {
         const WorkQueue::Exclusive outer(queue);
         queue.submit([&] {
-            const WorkQueue::Exclusive inner(queue);
-            ran.push_back(2);
-            queue.submit([&] { ran.push_back(4); });
+            {
+                const WorkQueue::Exclusive inner(queue);
+                queue.submit([&] { ran.push_back(4); });
+            }
+            ran.push_back(2); // what comes behind waits for the end of this
         });
         {
             const WorkQueue::Exclusive nested(queue);

@@ -4,8 +4,8 @@
 
 #include <QDBusError>
 #include <QDBusMessage>
+#include <QDBusVariant>
 #include <limits>
-#include <utility>
 
 #include "voice/IntentService.h"
 
@@ -30,9 +30,16 @@ CallFailure::Kind kindOf(const QDBusMessage& reply) {
     }
 }
 
+/// What is made first is torn down last: the toolkit's thread for the bus uses registered types to
+/// its end, so their registry has to be there before it.
+QDBusConnection sessionBus() {
+    qRegisterMetaType<QDBusVariant>();
+    return QDBusConnection::sessionBus();
+}
+
 } // namespace
 
-IntentClient::IntentClient(QDBusConnection bus) : bus_(std::move(bus)) {
+IntentClient::IntentClient() : bus_(sessionBus()) {
 }
 
 IntentClient::Dialog IntentClient::run(const Intent& intent) {

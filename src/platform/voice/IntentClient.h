@@ -28,7 +28,8 @@ class IntentClient {
 public:
     using Dialog = tl::expected<QString, CallFailure>;
 
-    explicit IntentClient(QDBusConnection bus = QDBusConnection::sessionBus());
+    /// Over the person's session bus.
+    IntentClient();
 
     /// Waits for the dialog, however long: a person may be asked something first.
     Dialog run(const Intent& intent);
