@@ -2,14 +2,21 @@
 
 #include <graphviz/gvc.h>
 
+#include <QRectF>
+#include <QTransform>
+#include <algorithm>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace kelvo {
 namespace {
 
 /// Springs settle slowly; beyond this the hierarchical layout is what stays fast.
 constexpr std::size_t largestForSprings = 200;
+
+/// In points; the node attribute below has it in inches.
+constexpr double nodeWidth = 36;
 
 /// The library takes text it does not change as `char*`.
 char* text(const char* constant) {
@@ -29,6 +36,29 @@ GraphLayout positions(Agraph_t* drawing, const std::vector<Agnode_t*>& nodes) {
     for (Agnode_t* node : nodes)
         layout.nodes.emplace_back(ND_coord(node).x - box.LL.x, box.UR.y - ND_coord(node).y);
     return layout;
+}
+
+QRectF around(const std::vector<QPointF>& nodes) {
+    const auto [left, right] = std::ranges::minmax(nodes, {}, &QPointF::x);
+    const auto [top, bottom] = std::ranges::minmax(nodes, {}, &QPointF::y);
+    return {QPointF(left.x(), top.y()), QPointF(right.x(), bottom.y())};
+}
+
+/// Springs know no up or down: the turn that is least high leaves a wide picture the most room.
+void lieDown(GraphLayout& layout) {
+    std::vector<QPointF> flattest = layout.nodes;
+    for (int degrees = 5; degrees < 180; degrees += 5) {
+        const QTransform turn = QTransform().rotate(degrees);
+        std::vector<QPointF> turned = layout.nodes;
+        for (QPointF& node : turned)
+            node = turn.map(node);
+        if (around(turned).height() < around(flattest).height()) flattest = std::move(turned);
+    }
+    const QRectF box =
+        around(flattest).adjusted(-nodeWidth / 2, -nodeWidth / 2, nodeWidth / 2, nodeWidth / 2);
+    for (QPointF& node : flattest)
+        node -= box.topLeft();
+    layout = {std::move(flattest), box.size()};
 }
 
 } // namespace
@@ -60,10 +90,11 @@ GraphLayout layOut(const BondGraph& graph) {
         Agnode_t* to = at(bond.powerAToB ? bond.b : bond.a);
         if (from != nullptr && to != nullptr) agedge(drawing.get(), from, to, nullptr, 1);
     }
-    const char* engine = graph.nodes.size() <= largestForSprings ? "neato" : "dot";
-    if (gvLayout(context(), drawing.get(), engine) != 0) return {};
+    const bool springs = graph.nodes.size() <= largestForSprings;
+    if (gvLayout(context(), drawing.get(), springs ? "neato" : "dot") != 0) return {};
     GraphLayout layout = positions(drawing.get(), nodes);
     gvFreeLayout(context(), drawing.get());
+    if (springs && !layout.nodes.empty()) lieDown(layout);
     return layout;
 }
 

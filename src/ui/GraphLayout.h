@@ -14,9 +14,9 @@ struct GraphLayout {
     QSizeF size;
 };
 
-/// Spring-model positions by Graphviz (neato; hierarchical ones, dot, for a large graph), the same
-/// for the same graph. Ends of bonds that name no node are left out. Without any node where
-/// Graphviz finds no layout.
+/// Spring-model positions by Graphviz (neato), turned to be wider than high; for a large graph
+/// hierarchical ones (dot). The same for the same graph. Ends of bonds that name no node are left
+/// out. Without any node where Graphviz finds no layout.
 GraphLayout layOut(const BondGraph& graph);
 
 } // namespace kelvo

@@ -16,7 +16,7 @@ namespace {
 constexpr std::size_t samplesKept = 600;
 
 /// What nobody sees on a screen, in pixels.
-constexpr double tolerance = 0.3;
+constexpr double tolerance = 0.1;
 
 } // namespace
 

@@ -30,6 +30,7 @@ TEST(GraphLayout, PlacesEveryNodeApartFromTheOthersAndAlwaysTheSame) {
         for (std::size_t j = 0; j < i; ++j)
             EXPECT_GT(QLineF(layout.nodes[i], layout.nodes[j]).length(), 30) << i << " " << j;
     }
+    EXPECT_GT(layout.size.width(), layout.size.height());
     EXPECT_EQ(layOut(chain).nodes, layout.nodes);
 }
 
