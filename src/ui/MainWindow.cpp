@@ -6,10 +6,22 @@
 #include <QOpenGLContext>
 #include <QQuickStyle>
 #include <QQuickWindow>
+#include <QScreen>
+#include <QSize>
 #include <QUrl>
 #include <QVariant>
 
 namespace kelvo {
+namespace {
+
+/// As large as shows the work at a glance, or as the screen has room for beside the desktop's bars.
+QSize openingSize() {
+    constexpr QSize wanted(1440, 900);
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    return screen == nullptr ? wanted : (screen->availableSize() * 0.9).boundedTo(wanted);
+}
+
+} // namespace
 
 void MainWindow::prepare() {
     // Without a usable graphics driver the scene graph would end the program.
@@ -23,9 +35,12 @@ void MainWindow::prepare() {
 
 MainWindow::MainWindow(EngineView& view) {
     qml_.addImportPath(QStringLiteral("qrc:/qt/qml"));
-    qml_.setInitialProperties({{QStringLiteral("engine"), QVariant::fromValue(&view)},
-                               {QStringLiteral("visible"), true}});
+    qml_.setInitialProperties({{QStringLiteral("engine"), QVariant::fromValue(&view)}});
     qml_.load(QUrl(QStringLiteral("qrc:/qt/qml/Kelvo/Main.qml")));
+    if (QQuickWindow* loaded = window()) {
+        loaded->resize(openingSize().expandedTo(loaded->minimumSize()));
+        loaded->show();
+    }
 }
 
 MainWindow::~MainWindow() = default;

@@ -7,6 +7,7 @@
 
 #include <QImage>
 #include <QLineF>
+#include <QScreen>
 #include <QSet>
 #include <QTest>
 #include <algorithm>
@@ -110,6 +111,19 @@ TEST(Pictures, ARunLeavesItsCurves) {
     stage.world.ticker.fire(40);
     stage.settle();
     EXPECT_GT(inked(), 40);
+}
+
+TEST(Window, OpensWithinTheScreenWhereItHasRoomForTheSmallestSize) {
+    Stage stage;
+    stage.open();
+    EngineView view(stage.engine());
+    const MainWindow another(view);
+    const QSize screen = another.window()->screen()->availableSize();
+    ASSERT_GT(screen.height(), 560);
+    ASSERT_LT(screen.height(), 900) << "else nothing is shown here";
+    EXPECT_LT(another.window()->height(), screen.height());
+    EXPECT_GE(another.window()->height(), 560);
+    EXPECT_GE(another.window()->width(), 860);
 }
 
 TEST(Window, NoControlReachesOutOfItsPaneAtTheSmallestSize) {

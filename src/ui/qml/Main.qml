@@ -12,11 +12,9 @@ ApplicationWindow {
 
     color: Theme.window
     font.pixelSize: Theme.body
-    height: 900
     minimumHeight: 560
     minimumWidth: 860
     title: "Kelvo SOC2 Engine"
-    width: 1440
 
     // What the toolkit draws by itself, like its file chooser where the desktop has none.
     palette {
