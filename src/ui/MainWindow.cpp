@@ -60,6 +60,11 @@ void MainWindow::raise() {
     if (shown->windowStates().testFlag(Qt::WindowMinimized)) shown->showNormal();
     shown->raise();
     shown->requestActivate();
+    // What the person is being asked stays in front.
+    if (QWindow* asked = QGuiApplication::modalWindow()) {
+        asked->raise();
+        asked->requestActivate();
+    }
 }
 
 } // namespace kelvo
