@@ -2,12 +2,11 @@
 
 #include <graphviz/gvc.h>
 
+#include <QPolygonF>
 #include <QRectF>
 #include <QTransform>
-#include <algorithm>
 #include <memory>
 #include <string>
-#include <utility>
 
 namespace kelvo {
 namespace {
@@ -38,27 +37,18 @@ GraphLayout positions(Agraph_t* drawing, const std::vector<Agnode_t*>& nodes) {
     return layout;
 }
 
-QRectF around(const std::vector<QPointF>& nodes) {
-    const auto [left, right] = std::ranges::minmax(nodes, {}, &QPointF::x);
-    const auto [top, bottom] = std::ranges::minmax(nodes, {}, &QPointF::y);
-    return {QPointF(left.x(), top.y()), QPointF(right.x(), bottom.y())};
-}
-
 /// Springs know no up or down: the turn that is least high leaves a wide picture the most room.
 void lieDown(GraphLayout& layout) {
-    std::vector<QPointF> flattest = layout.nodes;
+    const QPolygonF settled(QList<QPointF>(layout.nodes.begin(), layout.nodes.end()));
+    QPolygonF flattest = settled;
     for (int degrees = 5; degrees < 180; degrees += 5) {
-        const QTransform turn = QTransform().rotate(degrees);
-        std::vector<QPointF> turned = layout.nodes;
-        for (QPointF& node : turned)
-            node = turn.map(node);
-        if (around(turned).height() < around(flattest).height()) flattest = std::move(turned);
+        const QPolygonF turned = QTransform().rotate(degrees).map(settled);
+        if (turned.boundingRect().height() < flattest.boundingRect().height()) flattest = turned;
     }
-    const QRectF box =
-        around(flattest).adjusted(-nodeWidth / 2, -nodeWidth / 2, nodeWidth / 2, nodeWidth / 2);
-    for (QPointF& node : flattest)
-        node -= box.topLeft();
-    layout = {std::move(flattest), box.size()};
+    const double room = nodeWidth / 2;
+    const QRectF box = flattest.boundingRect().adjusted(-room, -room, room, room);
+    flattest.translate(-box.topLeft());
+    layout = {{flattest.begin(), flattest.end()}, box.size()};
 }
 
 } // namespace
@@ -94,7 +84,7 @@ GraphLayout layOut(const BondGraph& graph) {
     if (gvLayout(context(), drawing.get(), springs ? "neato" : "dot") != 0) return {};
     GraphLayout layout = positions(drawing.get(), nodes);
     gvFreeLayout(context(), drawing.get());
-    if (springs && !layout.nodes.empty()) lieDown(layout);
+    if (springs) lieDown(layout);
     return layout;
 }
 

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <cmath>
+#include <cstdint>
 #include <limits>
 #include <random>
 
@@ -50,13 +52,12 @@ TEST(Json, NumbersReadBackToTheSameBits) {
     std::mt19937_64 random(7);
     for (int i = 0; i < 20000; ++i) {
         const auto bits = random();
-        double number = 0;
-        std::memcpy(&number, &bits, sizeof number);
+        const auto number = std::bit_cast<double>(bits);
         if (!std::isfinite(number)) continue;
         const auto text = writeJson(number);
         ASSERT_TRUE(text.has_value());
-        const double back = parseJson(*text)->get<double>();
-        ASSERT_EQ(std::memcmp(&back, &number, sizeof number), 0) << *text;
+        const auto back = parseJson(*text)->get<double>();
+        ASSERT_EQ(std::bit_cast<std::uint64_t>(back), bits) << *text;
     }
 }
 

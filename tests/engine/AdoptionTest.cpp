@@ -14,10 +14,8 @@ TEST_F(Adoption, ComposesWhatIsAdoptedInTableOrder) {
          "cite System: 1 families, growing | kernel SCAP (Karnopp causality)",
          R"(event {"kind":"graph_loaded","nodes":7,"note":"System: 1 families, growing","states":2})",
          "cards *",
-         "status System: 1 families, 2 states (latest +CC6 ×8). Play to charge, then Bond to "
-         "checkpoint.",
-         "cite Adopted CC6 into system: Logical & Physical Access (SSO, MFA, MDM) | compose "
-         "· 1 families, 2 states",
+         R"(status System: 1 families, 2 states (latest +CC6 ×8). Play to charge, then Bond to checkpoint.)",
+         R"(cite Adopted CC6 into system: Logical & Physical Access (SSO, MFA, MDM) | compose · 1 families, 2 states)",
          R"(event {"cc":"CC6","controls":8,"families":1,"kind":"adopt_compose","states":2})"}));
     EXPECT_EQ(world->currentTemplate->value(), "CC6");
     EXPECT_EQ(world->seID(), "owner");

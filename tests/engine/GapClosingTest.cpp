@@ -87,6 +87,7 @@ TEST_F(CloseGap, AnUnverifiedPersonsSealSaysSo) {
 
 TEST_F(CloseGap, ReadinessAfterARestartIsReadinessBeforeIt) {
     std::vector<World::Criterion> criteria;
+    criteria.reserve(13);
     for (int i = 0; i < 13; ++i) {
         criteria.push_back({"CC" + std::to_string(i), i % 3 * 0.3, i % 5 + 1, "e GAP: g"});
     }

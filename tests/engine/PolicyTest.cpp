@@ -38,8 +38,7 @@ TEST_F(Policy, ADraftIsStagedForReview) {
         {"status Writing policy for CC9-vendor on-device…",
          R"(event {"criterion":"CC9-vendor","kind":"policy_generate_start"})", "draft CC9-vendor",
          "status Drafted a policy for CC9-vendor from the graph. Review & approve to seal.",
-         "cite Generated policy for CC9-vendor from graph variables (18 chars) — "
-         "review pending | Apple Intelligence on-device · grounded in node evidence",
+         R"(cite Generated policy for CC9-vendor from graph variables (18 chars) — review pending | Apple Intelligence on-device · grounded in node evidence)",
          R"(event {"chars":18,"criterion":"CC9-vendor","kind":"policy_generated"})"}));
     EXPECT_EQ((*world->generatedDoc)->text, draft);
     world->discardGenerated();

@@ -37,13 +37,13 @@ TEST_F(Identity, IsSealedAndTakesOnTheRole) {
     world->verifyKYC("Engineer");
     const Totem& totem = world->totems->front();
     EXPECT_TRUE(happened(
-        world, {"presence Verify your identity — Ada Byron (Engineer)", "totems 1",
-                "file collapse-0-#0...totem.json", "principal Ada Byron", "role Engineer",
-                "status Identity verified: Ada Byron as Engineer. You can now see your "
-                "responsibilities.",
-                "cite Verified Ada Byron as Engineer | Identity check · HIPR:TouchID:present",
-                R"(event {"block":"#0","kind":"kyc","principal":"Ada Byron","role":"Engineer"})",
-                "cards Your next task: Sign the code | Sign the code"}));
+        world,
+        {"presence Verify your identity — Ada Byron (Engineer)", "totems 1",
+         "file collapse-0-#0...totem.json", "principal Ada Byron", "role Engineer",
+         R"(status Identity verified: Ada Byron as Engineer. You can now see your responsibilities.)",
+         "cite Verified Ada Byron as Engineer | Identity check · HIPR:TouchID:present",
+         R"(event {"block":"#0","kind":"kyc","principal":"Ada Byron","role":"Engineer"})",
+         "cards Your next task: Sign the code | Sign the code"}));
     EXPECT_EQ(totem.payloadRoot, sha256Hex(R"({"kyc":"Ada Byron","role":"Engineer","tip":")" +
                                            std::string(64, '0') + R"("})"));
     EXPECT_EQ(totem.title, "Identity verified: Ada Byron (Engineer)");

@@ -5,8 +5,6 @@
 namespace kelvo::test {
 namespace {
 
-using ::testing::EndsWith;
-
 class Bond : public RunningEngineTest {};
 
 TEST_F(Bond, ADenialKeepsTheMeasurementStagedAndWithNothingStagedNothingHappens) {

@@ -48,7 +48,7 @@ void World::stop() {
 
 std::filesystem::path World::write(const std::filesystem::path& path,
                                    std::string_view bytes) const {
-    const std::filesystem::path whole = path.is_absolute() ? path : root_.path() / path;
+    std::filesystem::path whole = path.is_absolute() ? path : root_.path() / path;
     std::ofstream(whole, std::ios::binary) << bytes;
     return whole;
 }

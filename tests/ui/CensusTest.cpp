@@ -232,11 +232,11 @@ TEST_F(Census, OfADraft) {
     stage.settle();
     stage.world.model.answer("Access policy\n<b>Purpose</b>");
     stage.settle();
-    expectTexts("draftSection",
-                {"Review generated policy",
-                 "Apple Intelligence wrote this policy on your Mac from "
-                 "CC6-access's own facts. Read it, then approve to record it.",
-                 "Access policy\n<b>Purpose</b>", "Approve & seal (Touch ID)", "Discard"});
+    expectTexts(
+        "draftSection",
+        {"Review generated policy",
+         R"(Apple Intelligence wrote this policy on your Mac from CC6-access's own facts. Read it, then approve to record it.)",
+         "Access policy\n<b>Purpose</b>", "Approve & seal (Touch ID)", "Discard"});
     EXPECT_EQ(symbolBefore("Approve & seal (Touch ID)"), "touchid");
 }
 

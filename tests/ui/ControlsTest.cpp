@@ -10,13 +10,6 @@
 namespace kelvo::test {
 namespace {
 
-using testing::AllOf;
-using testing::Contains;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::Not;
-using testing::UnorderedElementsAre;
-
 class Controls : public testing::Test {
 protected:
     void openOrganisation(const char* role = nullptr) {

@@ -12,11 +12,20 @@
 #include <QTest>
 #include <algorithm>
 #include <cmath>
+#include <stdexcept>
+#include <string>
 
 #include "Stage.h"
 
 namespace kelvo::test {
 namespace {
+
+QQuickItem& theOne(Stage& stage, const char* type) {
+    for (QQuickItem* item : stage.items()) {
+        if (item->inherits(type)) return *item;
+    }
+    throw std::runtime_error(std::string("no ") + type);
+}
 
 TEST(GraphLayout, PlacesEveryNodeApartFromTheOthersAndAlwaysTheSame) {
     BondGraph chain;
@@ -69,16 +78,12 @@ TEST(Pictures, TheElementUnderThePointerIsNamed) {
     stage.open(1440, 900);
     stage.engine().adopt(stage.engine().templates().front());
     stage.settle();
-    QQuickItem* picture = nullptr;
-    for (QQuickItem* item : stage.items()) {
-        if (item->inherits("kelvo::BondGraphItem")) picture = item;
-    }
-    ASSERT_NE(picture, nullptr);
+    const QQuickItem& picture = theOne(stage, "kelvo::BondGraphItem");
     QSet<QString> named;
-    for (double x = 0; x < picture->width(); x += 6) {
-        for (double y = 0; y < picture->height(); y += 6) {
-            QTest::mouseMove(&stage.window(), picture->mapToScene({x, y}).toPoint());
-            named.insert(picture->property("pointedAt").toString());
+    for (int x = 0; x < picture.width(); x += 6) {
+        for (int y = 0; y < picture.height(); y += 6) {
+            QTest::mouseMove(&stage.window(), picture.mapToScene(QPointF(x, y)).toPoint());
+            named.insert(picture.property("pointedAt").toString());
         }
     }
     const BondGraph& graph = stage.engine().space()->graph();
@@ -92,13 +97,10 @@ TEST(Pictures, ARunLeavesItsCurves) {
     Stage stage;
     stage.open(1440, 900);
     const auto inked = [&] {
-        QQuickItem* trace = nullptr;
-        for (QQuickItem* item : stage.items()) {
-            if (item->inherits("kelvo::TraceItem")) trace = item;
-        }
-        const QRect box = trace->mapRectToScene(trace->boundingRect()).toRect();
+        const QQuickItem& trace = theOne(stage, "kelvo::TraceItem");
+        const QRect box = trace.mapRectToScene(trace.boundingRect()).toRect();
         const QImage picture = stage.window().grabWindow().copy(box);
-        const QColor ink = trace->property("rateColor").value<QColor>();
+        const QColor ink = trace.property("rateColor").value<QColor>();
         int count = 0;
         for (int y = 0; y < picture.height(); ++y) {
             for (int x = 0; x < picture.width(); ++x)

@@ -11,8 +11,6 @@
 namespace kelvo {
 namespace {
 
-using testing::ElementsAreArray;
-
 template <class Model>
 QStringList shown(const Model& model) {
     QStringList rows;
