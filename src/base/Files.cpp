@@ -1,14 +1,15 @@
 #include "base/Files.h"
 
 #include "base/Text.h"
+#include "base/Uuid.h"
 
 #include <fcntl.h>
 #include <stdio.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <atomic>
 #include <cerrno>
+#include <chrono>
 #include <system_error>
 #include <utility>
 #include <vector>
@@ -83,16 +84,19 @@ int flush(int file) {
     return ::fsync(file) == 0 || errno == EINVAL ? 0 : errno;
 }
 
+constexpr std::string_view temporaryPrefix = ".kelvo-";
+constexpr std::string_view temporarySuffix = ".tmp";
+
+/// A name that nobody can have prepared: who can write to the folder must not choose what is
+/// written through.
 fs::path temporaryBeside(const fs::path& path) {
-    static std::atomic<unsigned> counter{0};
-    return path.parent_path() / (".kelvo-" + std::to_string(::getpid()) + "-" +
-                                 std::to_string(counter.fetch_add(1)) + ".tmp");
+    return path.parent_path() /
+           (std::string(temporaryPrefix) + randomUuid() + std::string(temporarySuffix));
 }
 
 int writeNew(const fs::path& path, std::string_view bytes) {
-    // A name left behind by a killed process with this one's number is taken over.
     Descriptor file(
-        ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0666));
+        ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0666));
     if (!file.valid()) return errno;
     if (const int code = writeAll(file.number(), bytes); code != 0) return code;
     if (const int code = flush(file.number()); code != 0) return code;
@@ -115,6 +119,18 @@ int createAtomically(const fs::path& path, std::string_view bytes) {
     if (code == 0) code = renameWithoutReplacing(temporary, path);
     ::unlink(temporary.c_str());
     return code;
+}
+
+/// Whether the file's last line was torn, so that a further one would continue it. A file that may
+/// be written but not read cannot be asked.
+bool endsInsideLine(const fs::path& path, const struct stat& opened) {
+    const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    struct stat status {};
+    if (!file.valid() || ::fstat(file.number(), &status) != 0) return false;
+    const bool same = status.st_dev == opened.st_dev && status.st_ino == opened.st_ino;
+    char last = '\n';
+    return same && status.st_size > 0 &&
+           ::pread(file.number(), &last, 1, status.st_size - 1) == 1 && last != '\n';
 }
 
 int appendWhole(int file, std::string_view line) {
@@ -201,7 +217,9 @@ tl::expected<void, FileError> appendLine(const fs::path& path, std::string_view 
             struct stat status {};
             if (::fstat(file.number(), &status) != 0) return failure(path, errno);
             if (!S_ISREG(status.st_mode)) return refusal(path, "not a regular file");
-            const int code = appendWhole(file.number(), line);
+            const bool torn = endsInsideLine(path, status);
+            const int code =
+                appendWhole(file.number(), torn ? "\n" + std::string(line) : std::string(line));
             if (code != 0) return failure(path, code);
             return {};
         }
@@ -213,13 +231,31 @@ tl::expected<void, FileError> appendLine(const fs::path& path, std::string_view 
     return failure(path, ENOENT);
 }
 
+void removeLeftovers(const fs::path& folder, std::chrono::seconds age) {
+    const auto oldest = fs::file_time_type::clock::now() - age;
+    std::error_code fault;
+    std::vector<fs::path> leftovers;
+    for (fs::directory_iterator entry(folder, fault), end; !fault && entry != end;
+         entry.increment(fault)) {
+        const std::string name = entry->path().filename().native();
+        if (!name.starts_with(temporaryPrefix) || !name.ends_with(temporarySuffix)) continue;
+        std::error_code unknown;
+        const auto written = entry->last_write_time(unknown);
+        if (!unknown && written < oldest && entry->is_regular_file(unknown)) {
+            leftovers.push_back(entry->path());
+        }
+    }
+    for (const fs::path& leftover : leftovers)
+        ::unlink(leftover.c_str());
+}
+
 bool isPlainFileName(std::string_view name) {
     return !name.empty() && name != "." && name != ".." &&
            name.find('/') == std::string_view::npos && name.find('\0') == std::string_view::npos;
 }
 
 std::string shownFileName(const fs::path& path) {
-    return toValidUtf8(path.filename().native());
+    return withControlsShown(toValidUtf8(path.filename().native()));
 }
 
 } // namespace kelvo

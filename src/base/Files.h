@@ -2,6 +2,7 @@
 
 #include <tl/expected.hpp>
 
+#include <chrono>
 #include <cstddef>
 #include <filesystem>
 #include <functional>
@@ -31,22 +32,28 @@ readFileInPieces(const std::filesystem::path& path,
                  const std::function<bool(std::string_view piece, std::size_t fileSize)>& each);
 
 /// Replaces `path` so that a crash at any moment leaves the old file or the new one, whole: a
-/// temporary file beside it (its name begins with ".kelvo-"), flushed to the disk, renamed over
-/// `path`, the folder flushed. On failure the temporary file is removed and `path` is as it was.
+/// temporary file beside it (".kelvo-", a random UUID, ".tmp"; never one that exists), flushed to
+/// the disk, renamed over `path`, the folder flushed. On failure the temporary file is removed and `path` is as it was.
 /// No folder is created.
 tl::expected<void, FileError> writeFileAtomically(const std::filesystem::path& path,
                                                   std::string_view bytes);
 
 /// Appends `line` to a regular file in one write, so that lines of several processes never mix, and
-/// creates the file, as atomically as above, where there is none. A line that does not fit whole is
-/// taken back. Never waits for a FIFO's other end.
+/// creates the file, as atomically as above, where there is none. Behind a line that a crash left
+/// without its end, a line feed comes first. A line that does not fit whole is taken back. Never
+/// waits for a FIFO's other end.
 tl::expected<void, FileError> appendLine(const std::filesystem::path& path, std::string_view line);
+
+/// Removes the temporary files that a crash left in `folder`: those of `writeFileAtomically` that
+/// were last written more than `age` ago. Younger ones may be another computer's, at work.
+void removeLeftovers(const std::filesystem::path& folder, std::chrono::seconds age);
 
 /// True for a name that stands for one entry of a folder: not empty, not "." or "..", without "/"
 /// or a NUL byte.
 bool isPlainFileName(std::string_view name);
 
-/// The last component of `path` as text that can be shown: bytes that are not UTF-8 read U+FFFD.
+/// The last component of `path` as text that can be shown: bytes that are not UTF-8 read U+FFFD,
+/// characters that would steer a terminal or turn the reading direction as `withControlsShown`.
 std::string shownFileName(const std::filesystem::path& path);
 
 } // namespace kelvo

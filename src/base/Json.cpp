@@ -5,6 +5,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <vector>
 
 namespace kelvo {
 namespace {
@@ -162,11 +163,21 @@ private:
     std::string out_;
 };
 
-/// Checked before parsing, so that no reader or destructor meets a value deeper than the limit.
-bool nestsTooDeep(std::string_view text) {
+/// What is looked for before the library parses.
+struct Survey {
+    bool tooDeep = false; ///< no reader or destructor may meet a value deeper than the limit
+    std::vector<std::size_t> negativeZeros; ///< where each "-0" ends that is a whole number token
+};
+
+bool continuesNumber(std::string_view text, std::size_t at) {
+    return at < text.size() && std::string_view("0123456789.eE").find(text[at]) != text.npos;
+}
+
+Survey survey(std::string_view text) {
+    Survey found;
     std::size_t depth = 0;
     bool inString = false;
-    for (std::size_t i = 0; i < text.size(); ++i) {
+    for (std::size_t i = 0; i < text.size() && !found.tooDeep; ++i) {
         const char c = text[i];
         if (inString) {
             if (c == '\\') ++i;
@@ -174,18 +185,36 @@ bool nestsTooDeep(std::string_view text) {
             continue;
         }
         if (c == '"') inString = true;
-        if (c == '[' || c == '{') {
-            if (++depth > jsonDepthLimit) return true;
-        }
+        if (c == '[' || c == '{') found.tooDeep = ++depth > jsonDepthLimit;
         if ((c == ']' || c == '}') && depth > 0) --depth;
+        if (c == '-' && text.substr(i, 2) == "-0" && !continuesNumber(text, i + 2)) {
+            found.negativeZeros.push_back(i + 2);
+        }
     }
-    return false;
+    return found;
 }
 
-/// The library's messages carry a bracketed identifier of its own; people need only the rest.
-std::string withoutTag(std::string_view message) {
+/// The library reads "-0" as the integer 0 and loses the sign, which a payload and its record must
+/// agree on; "-0.0" it reads as what it says.
+std::string withFractions(std::string_view text, const std::vector<std::size_t>& negativeZeros) {
+    std::string amended;
+    std::size_t done = 0;
+    for (const std::size_t end : negativeZeros) {
+        amended.append(text.substr(done, end - done)).append(".0");
+        done = end;
+    }
+    return amended.append(text.substr(done));
+}
+
+/// The library's messages carry a bracketed identifier of its own, and quote what was read last,
+/// however long and whatever its bytes. People need one line that can be shown and logged.
+std::string readable(std::string_view message) {
+    constexpr std::size_t longest = 200;
     const auto end = message.find("] ");
-    return std::string(end == std::string_view::npos ? message : message.substr(end + 2));
+    const std::string text =
+        toValidUtf8(end == std::string_view::npos ? message : message.substr(end + 2));
+    const std::string_view first = firstCharacters(text, longest);
+    return std::string(first) + (first.size() < text.size() ? "…" : "");
 }
 
 } // namespace
@@ -197,17 +226,23 @@ std::optional<std::string> writeJson(const Json& value, JsonLayout layout) {
 }
 
 tl::expected<Json, std::string> parseJson(std::string_view text) {
-    if (nestsTooDeep(text)) {
+    const Survey found = survey(text);
+    if (found.tooDeep) {
         return tl::unexpected("nested deeper than " + std::to_string(jsonDepthLimit) + " levels");
     }
     // The library would skip a byte order mark; the grammar has none.
     if (text.starts_with("\xEF\xBB\xBF")) {
         return tl::unexpected(std::string("begins with a byte order mark"));
     }
+    // The library would take a NUL byte for the end of the text, whatever comes behind it.
+    if (const auto at = text.find('\0'); at != text.npos) {
+        return tl::unexpected("a NUL byte at byte " + std::to_string(at));
+    }
     try {
-        return Json::parse(text);
+        if (found.negativeZeros.empty()) return Json::parse(text);
+        return Json::parse(withFractions(text, found.negativeZeros));
     } catch (const Json::exception& error) {
-        return tl::unexpected(withoutTag(error.what()));
+        return tl::unexpected(readable(error.what()));
     }
 }
 

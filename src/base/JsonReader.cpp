@@ -121,9 +121,10 @@ std::optional<std::int64_t> wholeNumber(const Json& value) {
     if (value.is_number_integer()) return value.get<std::int64_t>();
     if (!value.is_number_float()) return std::nullopt;
     const double number = value.get<double>();
-    // 2^63 itself is the first double beyond the range; its negative is inside.
+    // 2^63 is the first double beyond the range. Its negative is refused too: the integer of that
+    // value was read as one above, and what is left are smaller ones that were rounded up to it.
     constexpr double limit = 9223372036854775808.0;
-    if (std::trunc(number) != number || number >= limit || number < -limit) return std::nullopt;
+    if (std::trunc(number) != number || number >= limit || number <= -limit) return std::nullopt;
     return static_cast<std::int64_t>(number);
 }
 

@@ -37,6 +37,21 @@ bool isWhiteSpace(utf8proc_int32_t code) {
            code == 0x2029 || code == 0x202F || code == 0x205F || code == 0x3000;
 }
 
+/// Code points of Unicode's Cc and Bidi_Control beyond ASCII, and the two separators of lines.
+bool steers(utf8proc_int32_t code) {
+    return (code >= 0x80 && code <= 0x9F) || code == 0x61C || code == 0x200E || code == 0x200F ||
+           (code >= 0x2028 && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
+}
+
+std::string codePointName(utf8proc_int32_t code) {
+    std::array<char, 8> digits{};
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), code, 16).ptr;
+    std::string name(digits.data(), end);
+    std::transform(name.begin(), name.end(), name.begin(),
+                   [](char c) { return c >= 'a' ? static_cast<char>(c - 'a' + 'A') : c; });
+    return "<U+" + std::string(name.size() < 4 ? 4 - name.size() : 0, '0') + name + ">";
+}
+
 /// The byte offset behind the first `limit` characters; `counted` is how many there were.
 std::size_t skipCharacters(std::string_view text, std::size_t limit, std::size_t& counted) {
     counted = 0;
@@ -73,6 +88,24 @@ std::string toValidUtf8(std::string_view text) {
     for (std::size_t at = 0, length = 0; at < text.size(); at += length) {
         const bool valid = codePointAt(text, at, length) >= 0;
         out += valid ? text.substr(at, length) : std::string_view("\xEF\xBF\xBD");
+    }
+    return out;
+}
+
+std::string withControlsShown(std::string_view text) {
+    std::string out;
+    out.reserve(text.size());
+    for (std::size_t at = 0, length = 0; at < text.size(); at += length) {
+        const auto code = codePointAt(text, at, length);
+        if (code >= 0 && code < 0x20) {
+            appendCodePoint(out, 0x2400 + code);
+        } else if (code == 0x7F) {
+            appendCodePoint(out, 0x2421);
+        } else if (steers(code)) {
+            out += codePointName(code);
+        } else {
+            out += text.substr(at, length);
+        }
     }
     return out;
 }

@@ -86,6 +86,25 @@ TEST_F(Files, AFailedWriteLeavesTheOldFileAndNothingElse) {
     EXPECT_EQ(entries(), 2U);
 }
 
+TEST_F(Files, ALineBehindATornOneStandsOnALineOfItsOwn) {
+    std::ofstream(at("log")) << "whole\ntorn";
+    ASSERT_TRUE(appendLine(at("log"), "next\n").has_value());
+    ASSERT_TRUE(appendLine(at("log"), "last\n").has_value());
+    EXPECT_EQ(*readFile(at("log")), "whole\ntorn\nnext\nlast\n");
+}
+
+TEST_F(Files, OnlyOldLeftoversOfACrashAreRemoved) {
+    const auto hourAgo = fs::file_time_type::clock::now() - std::chrono::hours(1);
+    for (const char* name : {".kelvo-old.tmp", ".kelvo-young.tmp", ".kelvo-note", "mine.tmp"}) {
+        std::ofstream(at(name)) << "x";
+        if (name != std::string(".kelvo-young.tmp")) fs::last_write_time(at(name), hourAgo);
+    }
+    removeLeftovers(at(""), std::chrono::minutes(10));
+    EXPECT_EQ(entries(), 3U);
+    EXPECT_FALSE(fs::exists(at(".kelvo-old.tmp")));
+    removeLeftovers(at("missing"), std::chrono::minutes(10));
+}
+
 TEST_F(Files, KnowsNamesThatStayInTheirFolder) {
     for (const char* good : {"a", "...", "a b", "é"})
         EXPECT_TRUE(isPlainFileName(good)) << good;
@@ -94,6 +113,8 @@ TEST_F(Files, KnowsNamesThatStayInTheirFolder) {
         EXPECT_FALSE(isPlainFileName(bad)) << bad;
     }
     EXPECT_EQ(shownFileName("/x/caf\xE9.txt"), "caf\uFFFD.txt");
+    EXPECT_EQ(shownFileName("/x/a\n\x1b[31m\x7f\u202Egpj.exe\u0085é"),
+              "a␊␛[31m␡<U+202E>gpj.exe<U+0085>é");
 }
 
 } // namespace

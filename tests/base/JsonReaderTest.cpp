@@ -28,6 +28,7 @@ TEST(JsonReader, NamesTheFirstMemberThatIsWrong) {
         {R"({"nodes":[{"id":"a","w":true}]})", "nodes[0].w: expected an integer"},
         {R"({"nodes":[{"id":"a","w":1.5}]})", "nodes[0].w: expected an integer"},
         {R"({"nodes":[{"id":"a","w":9223372036854775808}]})", "nodes[0].w: expected an integer"},
+        {R"({"nodes":[{"id":"a","w":-9223372036854775809}]})", "nodes[0].w: expected an integer"},
         {R"({"nodes":[{"id":"a","w":1e300}]})", "nodes[0].w: expected an integer"},
         {R"({"nodes":[{"id":null,"w":1}]})", "nodes[0].id: expected a string"},
         {R"({"nodes":[{"id":"a","w":1,"param":true}]})", "nodes[0].param: expected a number"},

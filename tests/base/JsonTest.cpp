@@ -61,15 +61,26 @@ TEST(Json, NumbersReadBackToTheSameBits) {
     }
 }
 
+TEST(Json, ANegativeZeroKeepsItsSignWhenItIsReadAndWrittenAgain) {
+    for (const char* text :
+         {"-0", "[-0,-0.5,-10,0]", R"({"a":-0,"b":"-0, -0","c":[-0]})", R"("\"-0")"}) {
+        EXPECT_EQ(writeJson(*parseJson(text)), text);
+    }
+}
+
 TEST(Json, ReadsStrictly) {
     const std::string tooDeep = std::string(jsonDepthLimit + 1, '[');
     for (const std::string& text :
          {std::string(""), std::string("{\"a\":1,}"), std::string("[1] x"), std::string("{'a':1}"),
           std::string("\xEF\xBB\xBF{}"), std::string("\"\xC3(\""), std::string("1e999"),
-          std::string("[NaN]"), std::string("\"\\ud800\""), std::string("// c\n{}"), tooDeep}) {
+          std::string("[NaN]"), std::string("\"\\ud800\""), std::string("// c\n{}"), tooDeep,
+          std::string("{}\0garbage", 10), std::string("[\"a\0b\"]", 7),
+          "[\"" + std::string(200000, '\xC3')}) {
         const auto parsed = parseJson(text);
         ASSERT_FALSE(parsed.has_value()) << text;
         EXPECT_FALSE(parsed.error().empty());
+        EXPECT_LT(parsed.error().size(), 1000U) << "one line that can be shown";
+        EXPECT_TRUE(writeJson(parsed.error())) << "and logged";
     }
     EXPECT_EQ(*parseJson(R"({"a":1,"a":2})"), (Json{{"a", 2}})) << "the last of repeated keys";
     EXPECT_TRUE(parseJson("[\"" + tooDeep + "\"]").has_value()) << "brackets inside a string";
