@@ -5,6 +5,7 @@
 
 #include <fcntl.h>
 #include <stdio.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -121,8 +122,32 @@ int createAtomically(const fs::path& path, std::string_view bytes) {
     return code;
 }
 
+/// Keeps the other processes that append to an open file away for a moment. One that does not get
+/// its turn in time goes on without: a log must not wait for whoever holds a lock for ever.
+class Turn {
+public:
+    explicit Turn(int file) : file_(file) {
+        constexpr int tries = 50;
+        for (int i = 0; i < tries && !mine_; ++i) {
+            mine_ = ::flock(file_, LOCK_EX | LOCK_NB) == 0;
+            if (!mine_) ::usleep(1000);
+        }
+    }
+    ~Turn() {
+        if (mine_) ::flock(file_, LOCK_UN);
+    }
+    Turn(const Turn&) = delete;
+    Turn& operator=(const Turn&) = delete;
+
+    bool mine() const { return mine_; }
+
+private:
+    int file_;
+    bool mine_ = false;
+};
+
 /// Whether the file's last line was torn, so that a further one would continue it. A file that may
-/// be written but not read cannot be asked.
+/// be written but not read cannot be asked. In one's turn only: another's line grows in steps.
 bool endsInsideLine(const fs::path& path, const struct stat& opened) {
     const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     struct stat status {};
@@ -217,7 +242,8 @@ tl::expected<void, FileError> appendLine(const fs::path& path, std::string_view 
             struct stat status {};
             if (::fstat(file.number(), &status) != 0) return failure(path, errno);
             if (!S_ISREG(status.st_mode)) return refusal(path, "not a regular file");
-            const bool torn = endsInsideLine(path, status);
+            const Turn turn(file.number());
+            const bool torn = turn.mine() && endsInsideLine(path, status);
             const int code =
                 appendWhole(file.number(), torn ? "\n" + std::string(line) : std::string(line));
             if (code != 0) return failure(path, code);

@@ -33,8 +33,8 @@ readFileInPieces(const std::filesystem::path& path,
 
 /// Replaces `path` so that a crash at any moment leaves the old file or the new one, whole: a
 /// temporary file beside it (".kelvo-", a random UUID, ".tmp"; never one that exists), flushed to
-/// the disk, renamed over `path`, the folder flushed. On failure the temporary file is removed and `path` is as it was.
-/// No folder is created.
+/// the disk, renamed over `path`, the folder flushed. On failure the temporary file is removed and
+/// `path` is as it was. No folder is created.
 tl::expected<void, FileError> writeFileAtomically(const std::filesystem::path& path,
                                                   std::string_view bytes);
 

@@ -13,8 +13,8 @@ bool isValidUtf8(std::string_view text);
 std::string toValidUtf8(std::string_view text);
 
 /// The text with every character made visible that would break the line, steer a terminal or turn
-/// the reading direction: C0 controls and DEL as their control pictures ("␊", "␛"), others (C1, line
-/// and paragraph separators, directional marks and overrides) as "<U+202E>".
+/// the reading direction: C0 controls and DEL as their control pictures ("␊", "␛"), others (C1,
+/// line and paragraph separators, directional marks and overrides) as "<U+202E>".
 std::string withControlsShown(std::string_view text);
 
 /// The number of user-perceived characters (extended grapheme clusters, UAX #29). Each byte that is
