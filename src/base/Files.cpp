@@ -40,7 +40,7 @@ private:
 
 tl::unexpected<FileError> failure(const fs::path& path, int code) {
     return tl::unexpected(
-        FileError{shownFileName(path) + ": " + std::generic_category().message(code)});
+        FileError{shownFileName(path) + ": " + std::generic_category().message(code), code});
 }
 
 tl::unexpected<FileError> refusal(const fs::path& path, std::string_view why) {

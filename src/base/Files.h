@@ -16,6 +16,7 @@ namespace kelvo {
 /// directory".
 struct FileError {
     std::string description;
+    int code = 0; ///< errno, where the system refused
 };
 
 /// Reads a whole regular file. Anything else (a folder, a FIFO, a device) is refused without being
