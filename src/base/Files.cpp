@@ -183,6 +183,24 @@ void flushFolderOf(const fs::path& path) {
 
 } // namespace
 
+std::string reasonInWords(const FileError& error) {
+    switch (error.code) {
+    case ENOSPC:
+    case EDQUOT:
+    case EFBIG:
+        return "the disk is full";
+    case EROFS:
+    case EACCES:
+    case EPERM:
+        return "the folder is read-only";
+    case ENOENT:
+    case ENOTDIR:
+        return "the folder is gone";
+    default:
+        return error.description;
+    }
+}
+
 tl::expected<std::string, FileError> readFile(const fs::path& path, std::size_t maxBytes) {
     std::size_t size = 0;
     const auto opened = openRegular(path, size);

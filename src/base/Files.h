@@ -19,6 +19,10 @@ struct FileError {
     int code = 0; ///< errno, where the system refused
 };
 
+/// Why a write failed, as a person says it: "the disk is full", "the folder is read-only", "the
+/// folder is gone", or else the description.
+std::string reasonInWords(const FileError& error);
+
 /// Reads a whole regular file. Anything else (a folder, a FIFO, a device) is refused without being
 /// opened for good, so that no reader can block on it; so is a file of more than `maxBytes`.
 tl::expected<std::string, FileError>
