@@ -1,72 +1,54 @@
 #include "base/Files.h"
+#include "support/WorldStory.h"
 
+#include <gtest/gtest.h>
 #include <sys/wait.h>
 
 #include <cstdlib>
-
-#include "EngineTest.h"
 
 namespace kelvo::test {
 namespace {
 
 /// The exit status of the independent checker on the world's outputs directory.
 int verdict(const World& world) {
-    const std::string command = std::string("python3 " KELVO_VERIFIER " '") +
-                                world.outputs().string() + "' > /dev/null 2>&1";
+    const std::string command =
+        "python3 " KELVO_VERIFIER " '" + world.outputs().string() + "' > /dev/null 2>&1";
     const int status = std::system(command.c_str());
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-class RecordVerifier : public EngineTest {
-protected:
-    /// Records of every kind, over two runs of the program.
-    void SetUp() override {
-        for (int launch = 0; launch < 2; ++launch) {
-            world.startAsOwner({{"A/ü\t\x01\x7F", 0.1, 1}, {"B", 0, 3}, {"C", 0, 2}});
-            world->play();
-            world.ticker.fire(44);
-            world->bondCollapse();
-            world.filePanel.choice = world.write("évidence \"1\".txt", "x");
-            world->closeGap("A/ü\t\x01\x7F");
-            world->attestRoleControl({"B", "Sign / read", "attest"});
-            world->closeRoleControlViaOS({"C", "Lock", "os"});
-            world.clock.moment += std::chrono::hours(24);
-            world.account.name = "Charles Babbage";
-        }
+TEST(RecordVerifier, AcceptsWhatTwoRunsSealedAndFindsWhatWasChangedRemovedOrMadeUp) {
+    WorldStory story;
+    story.world.writeMesh({{"A/ü\t\x01\x7F", 0.1, 1}, {"B", 0, 3}, {"C", 0, 2}});
+    story.act("write évidence \"1\".txt is x");
+    for (int launch = 0; launch < 2; ++launch) {
+        for (const char* line :
+             {"start", "owner", "play", "fire 44", "bond", "choose évidence \"1\".txt",
+              "closeGap A/ü\\t\\x01\\x7f", "attest [\"B\",\"Sign / read\",\"attest\"]",
+              "secure [\"C\",\"Lock\",\"os\"]", "hours 24", "account Charles Babbage"})
+            story.act(line);
     }
-
-    /// The first run's closing of a criterion, in the middle of its chain.
-    std::filesystem::path middleRecord() const {
-        for (const std::string& name : world.files()) {
-            const auto bytes = readFile(world.outputs() / name);
-            if (bytes && bytes->find("\"gate_before\" : 0.1") != std::string::npos) {
-                return world.outputs() / name;
-            }
-        }
-        return {};
-    }
-
-    World world;
-};
-
-TEST_F(RecordVerifier, AcceptsEverythingThatTheEngineSealed) {
+    const World& world = story.world;
     EXPECT_EQ(world.files().size(), 9U) << "five records, three of the second run, and the mesh";
     EXPECT_EQ(verdict(world), 0);
-}
 
-TEST_F(RecordVerifier, FindsWhatWasChangedRemovedOrMadeUp) {
-    const auto file = middleRecord();
-    const std::string bytes = *readFile(file);
-    const auto replaced = [&](const std::string& from, const std::string& to) {
+    // The first run's closing of a criterion, in the middle of its chain.
+    std::filesystem::path file;
+    std::string bytes;
+    for (const std::string& name : world.files()) {
+        const std::string text = readFile(world.outputs() / name).value_or("");
+        if (text.find("\"gate_before\" : 0.1") == std::string::npos) continue;
+        file = world.outputs() / name;
+        bytes = text;
+    }
+    const auto with = [&](const std::string& from, const std::string& to) {
         std::string copy = bytes;
-        const auto at = copy.find(from);
-        return at == std::string::npos ? std::string() : copy.replace(at, from.size(), to);
+        return copy.replace(copy.find(from), from.size(), to);
     };
     for (const std::string& tampered :
-         {replaced("\"gate_before\" : 0.1", "\"gate_before\" : 0.2"),
-          replaced("\"appIndex\" : 2", "\"appIndex\" : 3"), replaced("Ada", "Eve"),
-          std::string("{}"), std::string("[]"), std::string("not JSON")}) {
-        ASSERT_FALSE(tampered.empty());
+         {with("\"gate_before\" : 0.1", "\"gate_before\" : 0.2"),
+          with("\"appIndex\" : 2", "\"appIndex\" : 3"), with("Ada", "Eve"), std::string("{}"),
+          std::string("[]"), std::string("not JSON")}) {
         world.write(file, tampered);
         EXPECT_EQ(verdict(world), 1) << tampered;
     }

@@ -16,8 +16,9 @@ namespace kelvo::test {
 
 class FakeClock : public Clock {
 public:
-    TimePoint now() const override { return moment; }
-    TimePoint moment = TimePoint(std::chrono::seconds(1769850902)); // 2026-01-31T09:15:02Z
+    TimePoint now() const override { return std::exchange(moment, moment + step); }
+    mutable TimePoint moment = TimePoint(std::chrono::seconds(1769850902)); // 2026-01-31T09:15:02Z
+    std::chrono::seconds step{0}; ///< how far it runs on when it is read
 };
 
 class FakeTicker : public Ticker {

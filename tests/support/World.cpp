@@ -128,7 +128,11 @@ void World::note(std::string line) {
 /// Files and events have no announcement; what is new of them happened before what is noted next.
 void World::poll() {
     for (const std::string& name : files()) {
-        if (knownFiles_.insert(name).second) transcript_.push_back("file " + name);
+        if (!knownFiles_.insert(name).second) continue;
+        const std::string text = readFile(outputs() / name).value_or("");
+        const Json document = Json::parse(text, nullptr, false);
+        transcript_.push_back("file " + name + " " +
+                              (document.is_discarded() ? text : document.dump()));
     }
     const auto all = events();
     for (; knownEvents_ < all.size(); ++knownEvents_) {

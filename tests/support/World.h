@@ -26,6 +26,8 @@ public:
 
     std::filesystem::path outputs() const { return directories_.outputs; }
     std::filesystem::path project() const { return directories_.project; }
+    std::filesystem::path root() const { return root_.path(); }
+    bool started() const { return engine_ != nullptr; }
     std::filesystem::path write(const std::filesystem::path& path, std::string_view bytes) const;
 
     struct Criterion {
@@ -42,7 +44,8 @@ public:
 
     /// The effects since the last call, one a line:
     ///   "presence <reason>", "panel <prompt>", "notify <title>", "<property> <value>",
-    ///   "cite <claim> | <source>", "event <JSON without ts>", "file <name>", "cards <a> | <h>".
+    ///   "cite <claim> | <source>", "event <JSON without ts>", "file <name> <content>", "cards <a>
+    ///   | <h>".
     /// Ids and hashes stay as they are; take them from the engine where a test needs them.
     std::vector<std::string> transcript();
 
