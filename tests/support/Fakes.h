@@ -180,9 +180,8 @@ public:
 
     /// Answers the oldest request that is not answered, or the one at `position` among them.
     void answer(tl::expected<std::string, ModelFailure> reply, std::size_t position = 0) {
-        const auto at = waiting_.begin() + static_cast<std::ptrdiff_t>(position);
-        const Done done = std::move(*at);
-        waiting_.erase(at);
+        const Done done = std::move(waiting_.at(position)); // throws where nothing was asked
+        waiting_.erase(waiting_.begin() + static_cast<std::ptrdiff_t>(position));
         done(std::move(reply));
     }
     void fail(const std::string& why) { answer(tl::unexpected(ModelFailure{why})); }

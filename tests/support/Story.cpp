@@ -97,6 +97,7 @@ void Story::act(const std::string& line) {
     const auto known = words.find(word);
     if (known == words.end()) throw std::runtime_error("no such word: " + line);
     known->second(unescaped(rest));
+    acted();
 }
 
 void Story::tell(const Scene& scene) {

@@ -44,6 +44,8 @@ protected:
 
     /// What has happened since the last call, a line each.
     virtual std::vector<std::string> happened() = 0;
+    /// Comes after each line that was done.
+    virtual void acted() {}
 
     std::map<std::string, std::function<void(Rest)>> words;
     std::map<std::string, std::function<std::string(Rest)>> figures;

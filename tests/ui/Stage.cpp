@@ -1,13 +1,20 @@
 #include "Stage.h"
 
+#include "base/Text.h"
+
 #include <QtQuickTest/quicktest.h>
 
+#include <QAccessible>
+#include <QAccessibleInterface>
 #include <QCoreApplication>
-#include <QDir>
 #include <QImage>
+#include <QKeySequence>
 #include <QTest>
 #include <algorithm>
+#include <cstdio>
 #include <stdexcept>
+
+#include "responder/BuiltInResponder.h"
 
 namespace kelvo::test {
 namespace {
@@ -34,6 +41,24 @@ void collect(QQuickItem* item, QList<QQuickItem*>& found) {
         collect(child, found);
 }
 
+bool inheritsAny(const QQuickItem* item, std::initializer_list<const char*> classes) {
+    return std::ranges::any_of(classes, [item](const char* each) { return item->inherits(each); });
+}
+
+bool isControl(const QQuickItem* item) {
+    return inheritsAny(item, {"QQuickAbstractButton", "QQuickTextField", "QQuickComboBox"});
+}
+
+bool isText(const QQuickItem* item) {
+    return inheritsAny(item, {"QQuickText", "QQuickTextEdit", "QQuickTextInput"});
+}
+
+/// What assistive technology calls a control.
+QString nameOf(QQuickItem* item) {
+    QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(item);
+    return accessible == nullptr ? QString() : accessible->text(QAccessible::Name);
+}
+
 QString labelOf(const QQuickItem* item) {
     const QString text = item->property("text").toString();
     return text.isEmpty() ? item->property("placeholderText").toString() : text;
@@ -41,66 +66,18 @@ QString labelOf(const QQuickItem* item) {
 
 } // namespace
 
-std::optional<QString> pictureFolder() {
-    const QByteArray folder = qgetenv("KELVO_SCREENSHOTS");
-    if (folder.isEmpty()) return std::nullopt;
-    return QString::fromUtf8(folder);
-}
-
 std::function<void(const std::string&)> Stage::onWarning;
 
 Stage::Stage() {
     previousHandler = qInstallMessageHandler(hearWarnings);
+    tellOfThePerson();
+    lookAtTheWindow();
 }
 
 Stage::~Stage() {
     main_.reset();
     view_.reset();
     qInstallMessageHandler(previousHandler);
-}
-
-void Stage::writeOrganisation() {
-    world.writeMesh({
-        {"CC1-ethics", 1.0, 3, "Code of conduct signed by all staff in January."},
-        {"CC2-communication", 1.0, 2, "Security page and intake address published."},
-        {"CC3-risk", 0.5, 4, "Risk register exists. GAP: no review since the new product line"},
-        {"CC4-monitoring", 0, 3,
-         "Log retention is set. GAP: no monthly control review is recorded"},
-        {"CC5-policies", 1.0, 3, "Policy set approved by the owner."},
-        {"CC6-access", 0, 5,
-         "Single sign-on for all services. GAP: quarterly access review missing"},
-        {"CC6-device-security", 0, 4, "Laptops are company owned. GAP: posture is not verified"},
-        {"CC7-incidents", 0.5, 4, "On-call rota exists. GAP: incident response plan is not tested"},
-        {"CC7-vulnerabilities", 1.0, 3, "Weekly dependency scan."},
-        {"CC8-change", 1.0, 4, "Every change is reviewed before release."},
-        {"CC9-vendor-risk", 0, 3, "Vendor list exists. GAP: no vendor risk assessment"},
-        {"A1-backup", 1.0, 3, "Nightly backups, restore tested in March."},
-        {"C1-confidentiality", 0, 2, "Customer data is classified. GAP: no retention schedule"},
-    });
-    world.writeRoles(Json::array({
-        {{"role", "Owner"}, {"readonly", false}},
-        {{"role", "Engineer"},
-         {"readonly", false},
-         {"controls",
-          {{{"criterion", "CC6-device-security"},
-            {"task", "Keep this laptop encrypted, locked and patched"},
-            {"close", "os"}},
-           {{"criterion", "CC7-incidents"},
-            {"task", "Write the incident response plan"},
-            {"close", "generate"}},
-           {{"criterion", "CC6-access"},
-            {"task", "Confirm the quarterly access review"},
-            {"close", "attest"}},
-           {{"criterion", "CC8-change"},
-            {"task", "Confirm that changes are reviewed before release"},
-            {"close", "attest"}}}}},
-        {{"role", "People lead"},
-         {"readonly", false},
-         {"criteria", {"CC1-ethics", "CC2-communication"}}},
-        {{"role", "Auditor"},
-         {"readonly", true},
-         {"criteria", {"CC3-risk", "CC4-monitoring", "CC6-access"}}},
-    }));
 }
 
 void Stage::open(int width, int height) {
@@ -114,11 +91,6 @@ void Stage::open(int width, int height) {
     settle();
 }
 
-void Stage::verify(const std::string& role) {
-    engine().verifyKYC(role);
-    settle();
-}
-
 void Stage::settle() {
     for (int i = 0; i < 4; ++i) {
         QCoreApplication::sendPostedEvents();
@@ -129,9 +101,8 @@ void Stage::settle() {
     }
 }
 
-void Stage::rest() {
-    QTest::qWait(900);
-    settle();
+void Stage::acted() {
+    if (main_ && !std::exchange(hurried_, false)) settle();
 }
 
 QList<QQuickItem*> Stage::items(QQuickItem* root) {
@@ -140,38 +111,31 @@ QList<QQuickItem*> Stage::items(QQuickItem* root) {
     return found;
 }
 
-QQuickItem* Stage::named(const char* objectName) {
+QQuickItem& Stage::theOne(const char* className) {
     for (QQuickItem* item : items()) {
-        if (item->objectName() == QLatin1String(objectName)) return item;
+        if (item->inherits(className)) return *item;
     }
-    return nullptr;
+    throw std::runtime_error(std::string("no ") + className);
 }
 
-QQuickItem* Stage::label(const QString& text) {
-    for (QQuickItem* item : items()) {
-        if (item->inherits("QQuickText") && labelOf(item) == text) return item;
-    }
-    return nullptr;
+QQuickItem* Stage::find(const QString& name) {
+    const auto all = items();
+    const auto first = [&](auto fits) {
+        const auto found = std::ranges::find_if(all, fits);
+        return found == all.end() ? nullptr : *found;
+    };
+    if (auto* item = first([&](auto* each) { return each->objectName() == name; })) return item;
+    if (auto* item = first([&](auto* each) {
+            return isControl(each) && (labelOf(each) == name || nameOf(each) == name);
+        }))
+        return item;
+    return first([&](auto* each) { return isText(each) && labelOf(each) == name; });
 }
 
-QQuickItem* Stage::control(const QString& label) {
-    for (QQuickItem* item : items()) {
-        if (item->inherits("QQuickAbstractButton") && labelOf(item) == label) return item;
-        if (item->inherits("QQuickTextField") && labelOf(item) == label) return item;
-    }
-    return nullptr;
-}
-
-QStringList Stage::texts(QQuickItem* root) {
-    QStringList found;
-    for (QQuickItem* item : items(root)) {
-        const bool words = item->inherits("QQuickText") || item->inherits("QQuickTextEdit") ||
-                           item->inherits("QQuickTextInput") ||
-                           item->inherits("QQuickAbstractButton");
-        const QString label = words ? labelOf(item) : QString();
-        if (!label.isEmpty()) found.append(label);
-    }
-    return found;
+bool Stage::shows(const QString& text) {
+    return std::ranges::any_of(items(), [&](auto* item) {
+        return (isText(item) || isControl(item)) && labelOf(item) == text;
+    });
 }
 
 void Stage::click(QQuickItem* item) {
@@ -184,28 +148,152 @@ void Stage::click(QQuickItem* item) {
         throw std::runtime_error("the control to click is out of view");
     }
     QTest::mouseClick(&window(), Qt::LeftButton, Qt::NoModifier, middle);
+}
+
+void Stage::press(const QString& key) {
+    const QKeyCombination keys = QKeySequence(key)[0];
+    QTest::keyClick(&window(), keys.key(), keys.keyboardModifiers());
     settle();
 }
 
-void Stage::press(int key, Qt::KeyboardModifiers modifiers) {
-    QTest::keyClick(&window(), static_cast<Qt::Key>(key), modifiers);
-    settle();
+void Stage::save(const std::string& name) {
+    QTest::qWait(900); // for the animations to end
+    const QString path = QString::fromStdString((results / (name + ".png")).string());
+    if (!window().grabWindow().save(path)) throw std::runtime_error("a picture cannot be written");
 }
 
-void Stage::type(const QString& text) {
-    for (const QChar character : text)
-        QTest::keyClick(&window(), character.toLatin1());
-    settle();
+void Stage::tellOfThePerson() {
+    words["organisation"] = [this](Rest folder) {
+        std::filesystem::copy(std::filesystem::path(KELVO_SOURCES) /
+                                  (folder.empty() ? "tests/data/organisation" : folder),
+                              world.outputs(),
+                              std::filesystem::copy_options::recursive |
+                                  std::filesystem::copy_options::overwrite_existing);
+    };
+    words["open"] = [this](Rest size) {
+        const auto cross = size.find('x');
+        if (size.empty()) return open();
+        open(std::stoi(size.substr(0, cross)), std::stoi(size.substr(cross + 1)));
+    };
+    words["resize"] = [this](Rest size) {
+        const auto cross = size.find('x');
+        window().resize(std::stoi(size.substr(0, cross)), std::stoi(size.substr(cross + 1)));
+    };
+    words["click"] = [this](Rest name) { click(find(QString::fromStdString(name))); };
+    // Pressed, and the next line comes before what that leads to.
+    words["hit"] = [this](Rest name) {
+        QMetaObject::invokeMethod(find(QString::fromStdString(name)), "clicked");
+        hurried_ = true;
+    };
+    // Without bringing it into view first.
+    words["clickThere"] = [this](Rest name) {
+        const QQuickItem* item = find(QString::fromStdString(name));
+        if (item == nullptr) throw std::runtime_error("there is no " + name);
+        const QPointF middle = item->mapToScene(QPointF(item->width() / 2, item->height() / 2));
+        QTest::mouseClick(&window(), Qt::LeftButton, Qt::NoModifier, middle.toPoint());
+    };
+    words["focus"] = [this](Rest name) {
+        QQuickItem* item = find(QString::fromStdString(name));
+        if (item == nullptr) throw std::runtime_error("there is no " + name);
+        item->forceActiveFocus(Qt::TabFocusReason);
+    };
+    words["press"] = [this](Rest key) { press(QString::fromStdString(key)); };
+    words["hold"] = [this](Rest key) {
+        const Qt::Key held = QKeySequence(QString::fromStdString(key))[0].key();
+        QTest::keyPress(&window(), held);
+        for (int i = 0; i < 5; ++i) {
+            QKeyEvent again(QEvent::KeyPress, held, Qt::NoModifier, " ", true);
+            QCoreApplication::sendEvent(&window(), &again);
+        }
+        QTest::keyRelease(&window(), held);
+    };
+    words["type"] = [this](Rest text) {
+        for (const char character : text)
+            QTest::keyClick(&window(), character);
+    };
+    words["rest"] = [](Rest) { QTest::qWait(900); };
+    words["dark"] = [this](Rest yes) { main_->setDark(yes == "yes"); };
+    words["scroll"] = [this](Rest name) {
+        QQuickItem* scroller = find("rightScroller");
+        auto* content = scroller->property("contentItem").value<QQuickItem*>();
+        const double top = find(QString::fromStdString(name))->mapToItem(content, {}).y();
+        const double last = scroller->property("contentHeight").toDouble() - scroller->height();
+        scroller->setProperty("contentY", std::min(top - 12, last));
+    };
+    // What a show leaves; nothing where there is no folder for it.
+    words["picture"] = [this](Rest name) {
+        if (results.empty()) return;
+        for (const char* shade : {"dark", "light"}) {
+            main_->setDark(shade == std::string("dark"));
+            save(name + "-" + shade);
+        }
+    };
+    words["page"] = [this](Rest rest) {
+        if (results.empty()) return;
+        save(rest.substr(0, rest.find(' ')));
+        std::printf("%s\n    %s\n", rest.substr(rest.find(' ') + 1).c_str(),
+                    engine().status->c_str());
+    };
+    words["keep"] = [this](Rest name) {
+        if (results.empty()) return;
+        std::filesystem::copy(world.outputs(), results / name,
+                              std::filesystem::copy_options::recursive |
+                                  std::filesystem::copy_options::overwrite_existing);
+    };
+    words["respond"] = [this](Rest) {
+        static const BuiltInResponder responder([] { return GroundTexts{}; });
+        world.model.answer(responder.respond(world.model.requests.back()));
+    };
 }
 
-void Stage::save(const QString& name) {
-    const auto folder = pictureFolder();
-    if (!folder) return;
-    QDir().mkpath(*folder);
-    const QImage picture = window().grabWindow();
-    if (!picture.save(*folder + "/" + name + ".png")) {
-        throw std::runtime_error("a picture cannot be written");
-    }
+void Stage::lookAtTheWindow() {
+    // Every text in the order of painting, each with the symbol before it.
+    figures["window"] = [this](Rest name) -> std::string {
+        QQuickItem* root = name.empty() ? nullptr : find(QString::fromStdString(name));
+        if (!name.empty() && root == nullptr) return "nothing";
+        std::vector<std::string> texts;
+        std::string symbol;
+        for (const QQuickItem* item : items(root)) {
+            if (item->inherits("kelvo::SymbolItem"))
+                symbol = "[" + item->property("name").toString().toStdString() + "] ";
+            const QString label = isText(item) ? labelOf(item) : QString();
+            if (!label.isEmpty()) texts.push_back(std::exchange(symbol, "") + label.toStdString());
+        }
+        return joined(texts, " | ");
+    };
+    figures["sections"] = [this](Rest) {
+        std::vector<std::string> names;
+        for (const QQuickItem* item : items()) {
+            const QString name = item->objectName();
+            if (name.endsWith("Section")) names.push_back(name.chopped(7).toStdString());
+        }
+        return joined(names, " ");
+    };
+    // Texts that would be read as markup.
+    figures["markup"] = [this](Rest) {
+        std::vector<std::string> texts;
+        for (const QQuickItem* item : items()) {
+            const QVariant format = item->property("textFormat");
+            constexpr int plain = 0; // Text.PlainText, TextEdit.PlainText
+            if (format.isValid() && format.toInt() != plain)
+                texts.push_back(labelOf(item).toStdString());
+        }
+        return joined(texts, " | ");
+    };
+    figures["shows"] = [this](Rest text) {
+        return std::string(shows(QString::fromStdString(text)) ? "yes" : "no");
+    };
+    figures["is"] = [this](Rest rest) -> std::string {
+        const QString name = QString::fromStdString(rest.substr(rest.find(' ') + 1));
+        const QQuickItem* item = find(name);
+        if (item == nullptr) return "not there";
+        return item->property(rest.substr(0, rest.find(' ')).c_str()).toString().toStdString();
+    };
+    figures["title"] = [this](Rest) {
+        const QSize least = window().minimumSize();
+        return window().title().toStdString() + ", at least " + std::to_string(least.width()) +
+               "x" + std::to_string(least.height());
+    };
 }
 
 } // namespace kelvo::test

@@ -54,7 +54,7 @@ QtObject {
     readonly property color controlLine: dark ? "#454d5a" : "#c3cad5"
     readonly property color text: dark ? "#eceef1" : "#181c24"
     readonly property color secondary: dark ? "#aab2be" : "#566071"
-    readonly property color tertiary: dark ? "#909aa8" : "#687385"
+    readonly property color tertiary: dark ? "#909aa8" : "#657082"
     readonly property color accent: dark ? "#8ab0ff" : "#2a5bd0"
     readonly property color accentHover: dark ? "#a2c0ff" : "#2350bb"
     readonly property color accentPressed: dark ? "#7099f0" : "#1c429d"

@@ -1,0 +1,69 @@
+== A fresh start
+organisation
+open 860x560
+picture start-860x560
+resize 1440x900
+picture start-1440x900
+
+== The owner's work
+organisation
+open
+owner
+picture owner-1440x900
+scroll readinessSection
+picture owner-readiness
+scroll provenanceSection
+picture owner-provenance
+resize 860x560
+scroll nextActionSection
+picture owner-860x560
+scroll readinessSection
+picture owner-readiness-860x560
+
+== A running and a pending model
+open
+play
+fire 30
+picture running
+fire 100
+picture pending
+owner
+bond
+picture sealed
+
+== Evidence and a draft
+organisation
+open
+owner
+write vendor-register.txt is Vendors and risks
+choose vendor-register.txt
+addEvidence
+answer {"criteria":["CC9-vendor-risk","CC3-risk"],"summary":"A register of vendors with a risk rating for each."}
+generate CC7-incidents
+answer Incident response policy\n\nPurpose\nThis policy says how incidents are found, contained and learned from.\n\nScope\nAll services that the on-call rota covers.\n\nPolicy\n1. The on-call person acknowledges every alert.\n2. The plan is tested twice a year.\n
+ask What should I do next?
+answer {"answer":"Close CC6-access first. It has the largest weight among the open criteria.","action":"generate: CC6-access"}
+picture draft
+scroll draftSection
+picture draft-section
+scroll evidenceSection
+picture evidence
+
+== All control families
+organisation
+open
+adopt all
+play
+fire 120
+picture families
+
+== The other roles
+organisation
+open
+verify Engineer
+picture engineer
+scroll responsibilitiesSection
+picture engineer-tasks
+verify Auditor
+scroll auditorSection
+picture auditor
