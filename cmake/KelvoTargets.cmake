@@ -1,14 +1,17 @@
-# One static library a folder. Its headers are reached as "<folder>/<Header>.h" and only by the
+# One static library a folder. Its headers are reached by their path below src and only by the
 # targets that link it: each library has an include root of its own in the build tree that holds
 # nothing but a link to its folder, so an include that the dependencies do not allow cannot compile.
 
-# kelvo_library(<folder> SOURCES ... [LINKS ...] [PRIVATE_LINKS ...])
-# Defines kelvo_<folder>. LINKS are what its headers need, PRIVATE_LINKS what only its sources need.
+# kelvo_library(<name> SOURCES ... [LINKS ...] [PRIVATE_LINKS ...])
+# Defines kelvo_<name> for the folder of that name. LINKS are what its headers need, PRIVATE_LINKS what only its sources need.
 function(kelvo_library name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LINKS;PRIVATE_LINKS" ${ARGN})
   set(root ${PROJECT_BINARY_DIR}/include/${name})
-  file(MAKE_DIRECTORY ${root})
-  file(CREATE_LINK ${CMAKE_CURRENT_SOURCE_DIR} ${root}/${name} SYMBOLIC)
+  cmake_path(RELATIVE_PATH CMAKE_CURRENT_SOURCE_DIR BASE_DIRECTORY ${PROJECT_SOURCE_DIR}/src
+             OUTPUT_VARIABLE folder)
+  cmake_path(GET folder PARENT_PATH parent)
+  file(MAKE_DIRECTORY ${root}/${parent})
+  file(CREATE_LINK ${CMAKE_CURRENT_SOURCE_DIR} ${root}/${folder} SYMBOLIC)
   if(ARG_SOURCES)
     add_library(kelvo_${name} STATIC ${ARG_SOURCES})
     target_include_directories(kelvo_${name} PUBLIC ${root})

@@ -4,6 +4,7 @@
 #include "base/Text.h"
 #include "compliance/SOC2Templates.h"
 #include "intelligence/EvidenceMapper.h"
+#include "responder/BuiltInResponder.h"
 #include "support/Fakes.h"
 
 #include <array>
@@ -12,7 +13,6 @@
 #include <vector>
 
 #include "Table.h"
-#include "responder/BuiltInResponder.h"
 
 namespace kelvo::bench {
 namespace {

@@ -1,6 +1,7 @@
 // The start to the first frame, the memory at rest, the work of a frame and the frames at 60 Hz of
 // the window, off screen in the software renderer.
 
+#include "platform/desktop/QtTicker.h"
 #include "ui/EngineView.h"
 #include "ui/MainWindow.h"
 
@@ -19,7 +20,6 @@
 #include "BenchEngine.h"
 #include "Launch.h"
 #include "Table.h"
-#include "desktop/QtTicker.h"
 
 Q_IMPORT_QML_PLUGIN(KelvoPlugin)
 

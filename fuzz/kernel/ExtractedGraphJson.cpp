@@ -1,7 +1,8 @@
 // Any bytes as the JSON form of an extracted graph, and its validation.
 
-#include "JsonRoundTrip.h"
 #include "graphjson/GraphJson.h"
+
+#include "JsonRoundTrip.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     kelvo::fuzz::jsonRoundTrip(data, size, [](const kelvo::Json& json) {

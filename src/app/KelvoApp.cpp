@@ -1,6 +1,18 @@
 // The composition root: the real platform behind every port, the one engine, the one window.
 
+#include "app/SingleInstance.h"
 #include "engine/EngineVM.h"
+#include "platform/bus/IntentService.h"
+#include "platform/desktop/DesktopNotifications.h"
+#include "platform/desktop/QtEventLoop.h"
+#include "platform/desktop/QtTicker.h"
+#include "platform/desktop/SystemAccount.h"
+#include "platform/desktop/SystemClock.h"
+#include "platform/device/DeviceProcesses.h"
+#include "platform/modelserver/LoopbackModel.h"
+#include "platform/pdf/PopplerPdfText.h"
+#include "platform/presence/PamAuthentication.h"
+#include "responder/BuiltInResponder.h"
 #include "ui/Appearance.h"
 #include "ui/DialogFilePanel.h"
 #include "ui/EngineView.h"
@@ -16,19 +28,6 @@
 #include <memory>
 #include <optional>
 #include <utility>
-
-#include "app/SingleInstance.h"
-#include "desktop/DesktopNotifications.h"
-#include "desktop/PamAuthentication.h"
-#include "desktop/QtEventLoop.h"
-#include "desktop/QtTicker.h"
-#include "desktop/SystemAccount.h"
-#include "desktop/SystemClock.h"
-#include "device/DeviceProcesses.h"
-#include "model/LoopbackModel.h"
-#include "pdf/PopplerPdfText.h"
-#include "responder/BuiltInResponder.h"
-#include "voice/IntentService.h"
 
 Q_IMPORT_QML_PLUGIN(KelvoPlugin)
 

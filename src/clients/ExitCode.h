@@ -1,6 +1,6 @@
 #pragma once
 
-#include "voice/IntentClient.h"
+#include "platform/bus/IntentClient.h"
 
 namespace kelvo {
 

@@ -1,15 +1,14 @@
 // Runs an intent of the application from a terminal, a script or a keyboard shortcut, and prints
 // its dialog.
 
+#include "clients/ExitCode.h"
 #include "intents/IntentRequest.h"
 #include "intents/KelvoShortcuts.h"
+#include "platform/bus/IntentClient.h"
 
 #include <QCoreApplication>
 #include <QStringList>
 #include <cstdio>
-
-#include "ExitCode.h"
-#include "voice/IntentClient.h"
 
 namespace kelvo {
 namespace {

@@ -1,16 +1,15 @@
 // Listens for the phrases, runs what they ask for and speaks the dialogs, all on this computer.
 
+#include "clients/ExitCode.h"
+#include "clients/Listener.h"
+#include "clients/Speaker.h"
 #include "intents/IntentRequest.h"
 #include "intents/VoiceGrammar.h"
+#include "platform/bus/IntentClient.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <cstdio>
-
-#include "ExitCode.h"
-#include "voice/IntentClient.h"
-#include "voice/Listener.h"
-#include "voice/Speaker.h"
 
 namespace kelvo {
 namespace {

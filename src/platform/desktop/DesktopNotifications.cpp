@@ -1,4 +1,4 @@
-#include "desktop/DesktopNotifications.h"
+#include "platform/desktop/DesktopNotifications.h"
 
 #include <syslog.h>
 

@@ -1,4 +1,4 @@
-#include "desktop/QtEventLoop.h"
+#include "platform/desktop/QtEventLoop.h"
 
 #include <QCoreApplication>
 #include <utility>

@@ -1,4 +1,4 @@
-#include "desktop/QtTicker.h"
+#include "platform/desktop/QtTicker.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,4 +1,4 @@
-#include "desktop/SystemAccount.h"
+#include "platform/desktop/SystemAccount.h"
 
 #include "base/Text.h"
 

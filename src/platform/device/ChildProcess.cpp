@@ -1,4 +1,4 @@
-#include "device/ChildProcess.h"
+#include "platform/device/ChildProcess.h"
 
 #include <fcntl.h>
 #include <poll.h>

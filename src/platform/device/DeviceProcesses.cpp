@@ -1,8 +1,8 @@
-#include "device/DeviceProcesses.h"
+#include "platform/device/DeviceProcesses.h"
+
+#include "platform/device/Probes.h"
 
 #include <utility>
-
-#include "device/Probes.h"
 
 namespace kelvo::device {
 namespace {

@@ -1,11 +1,10 @@
 #pragma once
 
+#include "platform/device/Machine.h"
 #include "ports/Processes.h"
 
 #include <chrono>
 #include <memory>
-
-#include "device/Machine.h"
 
 namespace kelvo::device {
 

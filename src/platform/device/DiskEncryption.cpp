@@ -1,7 +1,7 @@
+#include "platform/device/Probes.h"
+
 #include <algorithm>
 #include <array>
-
-#include "device/Probes.h"
 
 namespace kelvo::device {
 namespace {

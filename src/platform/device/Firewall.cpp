@@ -1,8 +1,7 @@
 #include "base/Text.h"
+#include "platform/device/Probes.h"
 
 #include <algorithm>
-
-#include "device/Probes.h"
 
 namespace kelvo::device {
 namespace {

@@ -1,4 +1,4 @@
-#include "device/Machine.h"
+#include "platform/device/Machine.h"
 
 #include "base/Files.h"
 #include "base/Text.h"

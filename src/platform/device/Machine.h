@@ -1,12 +1,12 @@
 #pragma once
 
+#include "platform/device/ChildProcess.h"
+
 #include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "device/ChildProcess.h"
 
 namespace kelvo::device {
 

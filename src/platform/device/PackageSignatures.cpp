@@ -1,9 +1,8 @@
 #include "base/Text.h"
+#include "platform/device/Probes.h"
 
 #include <array>
 #include <map>
-
-#include "device/Probes.h"
 
 namespace kelvo::device {
 namespace {

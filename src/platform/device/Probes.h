@@ -1,6 +1,6 @@
 #pragma once
 
-#include "device/Machine.h"
+#include "platform/device/Machine.h"
 
 namespace kelvo::device {
 

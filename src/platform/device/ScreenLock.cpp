@@ -1,10 +1,9 @@
 #include "base/Text.h"
+#include "platform/device/Probes.h"
 
 #include <algorithm>
 #include <charconv>
 #include <map>
-
-#include "device/Probes.h"
 
 namespace kelvo::device {
 namespace {

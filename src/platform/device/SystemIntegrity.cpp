@@ -1,4 +1,4 @@
-#include "device/Probes.h"
+#include "platform/device/Probes.h"
 
 namespace kelvo::device {
 namespace {

@@ -1,4 +1,4 @@
-#include "pdf/PopplerPdfText.h"
+#include "platform/pdf/PopplerPdfText.h"
 
 #include <poppler-qt6.h>
 

@@ -1,3 +1,6 @@
+#include "platform/desktop/QtEventLoop.h"
+#include "platform/desktop/QtTicker.h"
+
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
@@ -5,9 +8,6 @@
 #include <QEventLoop>
 #include <QThread>
 #include <memory>
-
-#include "desktop/QtEventLoop.h"
-#include "desktop/QtTicker.h"
 
 namespace kelvo {
 namespace {

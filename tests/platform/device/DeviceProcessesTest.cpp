@@ -1,4 +1,4 @@
-#include "device/DeviceProcesses.h"
+#include "platform/device/DeviceProcesses.h"
 
 #include "compliance/OSSnapshot.h"
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/device/Probes.h"
 #include "support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
@@ -9,8 +10,6 @@
 #include <string>
 #include <tuple>
 #include <vector>
-
-#include "device/Probes.h"
 
 namespace kelvo::device {
 

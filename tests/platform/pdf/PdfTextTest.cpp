@@ -1,3 +1,5 @@
+#include "platform/pdf/PopplerPdfText.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -6,8 +8,6 @@
 #include <iterator>
 #include <string>
 #include <vector>
-
-#include "pdf/PopplerPdfText.h"
 
 namespace kelvo {
 namespace {

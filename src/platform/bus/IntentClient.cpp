@@ -1,0 +1,71 @@
+#include "platform/bus/IntentClient.h"
+
+#include "intents/IntentRequest.h"
+#include "platform/bus/IntentService.h"
+
+#include <QDBusError>
+#include <QDBusMessage>
+#include <QDBusVariant>
+#include <limits>
+
+namespace kelvo {
+namespace {
+
+const QString service = QStringLiteral("org.kelvo.Soc2");
+
+CallFailure::Kind kindOf(const QDBusMessage& reply) {
+    using Kind = CallFailure::Kind;
+    const QString name = reply.errorName();
+    if (name == IntentBus::failed) return Kind::failed;
+    if (name == IntentBus::notUnderstood) return Kind::notUnderstood;
+    if (name == IntentBus::questionNeeded) return Kind::questionNeeded;
+    switch (QDBusError(reply).type()) {
+    case QDBusError::InvalidArgs:
+        return Kind::badRequest;
+    case QDBusError::LimitsExceeded:
+        return Kind::busy;
+    default:
+        return Kind::unreachable;
+    }
+}
+
+/// What is made first is torn down last: the toolkit's thread for the bus uses registered types to
+/// its end, so their registry has to be there before it.
+QDBusConnection sessionBus() {
+    qRegisterMetaType<QDBusVariant>();
+    return QDBusConnection::sessionBus();
+}
+
+} // namespace
+
+IntentClient::IntentClient() : bus_(sessionBus()) {
+}
+
+IntentClient::Dialog IntentClient::run(const Intent& intent) {
+    if (const auto* ask = std::get_if<AskKelvoAgentIntent>(&intent))
+        return call(QStringLiteral("Ask"), {QString::fromStdString(ask->question)});
+    if (const auto* adopt = std::get_if<AdoptFamilyIntent>(&intent))
+        return call(QStringLiteral("Adopt"), {QString::fromStdString(rawValue(adopt->family))});
+    if (std::holds_alternative<PlayKelvoIntent>(intent)) return call(QStringLiteral("Run"), {});
+    return call(QStringLiteral("Approve"), {});
+}
+
+IntentClient::Dialog IntentClient::say(const QString& sentence) {
+    return call(QStringLiteral("Say"), {sentence});
+}
+
+IntentClient::Dialog IntentClient::call(const QString& method, const QStringList& arguments) {
+    if (!bus_.isConnected()) {
+        return tl::unexpected(CallFailure{CallFailure::Kind::unreachable,
+                                          QStringLiteral("There is no session bus.")});
+    }
+    QDBusMessage request = QDBusMessage::createMethodCall(service, IntentBus::intentsPath(service),
+                                                          IntentBus::interface, method);
+    for (const QString& argument : arguments)
+        request << argument;
+    const QDBusMessage reply = bus_.call(request, QDBus::Block, std::numeric_limits<int>::max());
+    if (reply.type() == QDBusMessage::ReplyMessage) return reply.arguments().value(0).toString();
+    return tl::unexpected(CallFailure{kindOf(reply), reply.errorMessage()});
+}
+
+} // namespace kelvo
