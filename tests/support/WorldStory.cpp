@@ -2,11 +2,10 @@
 
 #include "base/Files.h"
 #include "base/Text.h"
+#include "graphjson/GraphJson.h"
 
 #include <sstream>
 #include <stdexcept>
-
-#include "graphjson/GraphJson.h"
 
 namespace kelvo::test {
 namespace {
