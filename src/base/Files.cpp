@@ -21,42 +21,12 @@ namespace {
 
 constexpr std::size_t pieceSize = std::size_t{1} << 20;
 
-class Descriptor {
-public:
-    explicit Descriptor(int number) : number_(number) {}
-    ~Descriptor() {
-        if (number_ >= 0) ::close(number_);
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-
-    bool valid() const { return number_ >= 0; }
-    int number() const { return number_; }
-    int release() { return std::exchange(number_, -1); }
-
-private:
-    int number_;
-};
-
 tl::unexpected<FileError> failure(const fs::path& path, int code) {
-    return tl::unexpected(
-        FileError{shownFileName(path) + ": " + std::generic_category().message(code), code});
+    return tl::unexpected(systemError(path, code));
 }
 
 tl::unexpected<FileError> refusal(const fs::path& path, std::string_view why) {
     return tl::unexpected(FileError{shownFileName(path) + ": " + std::string(why)});
-}
-
-/// Opens without waiting for a FIFO's other end, then looks at what was opened: the check and the
-/// reading concern the same file, whatever happens to the name meanwhile.
-tl::expected<int, FileError> openRegular(const fs::path& path, std::size_t& size) {
-    Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-    if (!file.valid()) return failure(path, errno);
-    struct stat status {};
-    if (::fstat(file.number(), &status) != 0) return failure(path, errno);
-    if (!S_ISREG(status.st_mode)) return refusal(path, "not a regular file");
-    size = static_cast<std::size_t>(status.st_size);
-    return file.release();
 }
 
 /// The number of bytes read, 0 at the end of the file, or a negative errno.
@@ -68,50 +38,14 @@ ssize_t readSome(int file, char* into, std::size_t room) {
     }
 }
 
-int writeAll(int file, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t written = ::write(file, bytes.data(), bytes.size());
-        if (written < 0) {
-            if (errno == EINTR) continue;
-            return errno;
-        }
-        bytes.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return 0;
-}
-
-int flush(int file) {
-    // Some file systems cannot flush a folder and say so with EINVAL; there is nothing to wait for.
-    return ::fsync(file) == 0 || errno == EINVAL ? 0 : errno;
-}
-
-constexpr std::string_view temporaryPrefix = ".kelvo-";
 constexpr std::string_view temporarySuffix = ".tmp";
 
-/// A name that nobody can have prepared: who can write to the folder must not choose what is
-/// written through.
-fs::path temporaryBeside(const fs::path& path) {
-    return path.parent_path() /
-           (std::string(temporaryPrefix) + randomUuid() + std::string(temporarySuffix));
-}
-
-int writeNew(const fs::path& path, std::string_view bytes) {
-    Descriptor file(
-        ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0666));
-    if (!file.valid()) return errno;
-    if (const int code = writeAll(file.number(), bytes); code != 0) return code;
-    if (const int code = flush(file.number()); code != 0) return code;
-    return ::close(file.release()) == 0 ? 0 : errno;
-}
-
-/// Gives `temporary` the name `path` unless something has that name: EEXIST then.
-int renameWithoutReplacing(const fs::path& temporary, const fs::path& path) {
-    if (::renameat2(AT_FDCWD, temporary.c_str(), AT_FDCWD, path.c_str(), RENAME_NOREPLACE) == 0) {
-        return 0;
-    }
-    if (errno != EINVAL && errno != ENOSYS) return errno;
-    // Some network file systems know no such rename; a hard link refuses a taken name as well.
-    return ::link(temporary.c_str(), path.c_str()) == 0 ? 0 : errno;
+int writeNew(const fs::path& path, std::string_view bytes, const FileMaking& making = {}) {
+    auto file = createFile(path, making);
+    if (!file) return file.error().code;
+    if (const int code = writeAll(file->number(), bytes); code != 0) return code;
+    if (const int code = flushToDisk(file->number()); code != 0) return code;
+    return ::close(file->release()) == 0 ? 0 : errno;
 }
 
 int createAtomically(const fs::path& path, std::string_view bytes) {
@@ -173,15 +107,70 @@ int appendWhole(int file, std::string_view line) {
     return ::ftruncate(file, end - written) == 0 ? ENOSPC : errno;
 }
 
+} // namespace
+
+FileError systemError(const fs::path& path, int code) {
+    return {shownFileName(path) + ": " + std::generic_category().message(code), code};
+}
+
+tl::expected<Descriptor, FileError> openRegularFile(const fs::path& path, struct stat& status) {
+    // Opened without waiting for a FIFO's other end, then looked at: the check and the reading
+    // concern the same file, whatever happens to the name meanwhile.
+    Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    if (!file.valid() || ::fstat(file.number(), &status) != 0) return failure(path, errno);
+    if (!S_ISREG(status.st_mode)) return refusal(path, "not a regular file");
+    return file;
+}
+
+fs::path temporaryBeside(const fs::path& path, const FileMaking& making) {
+    // Who can write to the folder must not choose what is written through.
+    return path.parent_path() /
+           (making.temporaryPrefix + randomUuid() + std::string(temporarySuffix));
+}
+
+tl::expected<Descriptor, FileError> createFile(const fs::path& path, const FileMaking& making) {
+    Descriptor file(::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW,
+                           making.mode.value_or(0666)));
+    if (!file.valid()) return failure(path, errno);
+    // A file system that knows no such rights still holds the file.
+    if (making.group) (void)!::fchown(file.number(), static_cast<uid_t>(-1), *making.group);
+    if (making.mode) (void)::fchmod(file.number(), *making.mode);
+    return file;
+}
+
+int writeAll(int file, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = ::write(file, bytes.data(), bytes.size());
+        if (written < 0) {
+            if (errno == EINTR) continue;
+            return errno;
+        }
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return 0;
+}
+
+int flushToDisk(int file) {
+    // Some file systems cannot flush a folder and say so with EINVAL; there is nothing to wait for.
+    return ::fsync(file) == 0 || errno == EINVAL ? 0 : errno;
+}
+
+int renameWithoutReplacing(const fs::path& temporary, const fs::path& path) {
+    if (::renameat2(AT_FDCWD, temporary.c_str(), AT_FDCWD, path.c_str(), RENAME_NOREPLACE) == 0) {
+        return 0;
+    }
+    if (errno != EINVAL && errno != ENOSYS) return errno;
+    // Some network file systems know no such rename; a hard link refuses a taken name as well.
+    return ::link(temporary.c_str(), path.c_str()) == 0 ? 0 : errno;
+}
+
 void flushFolderOf(const fs::path& path) {
     const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
     const Descriptor opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     // The new file is already in place and whole; a folder that cannot be flushed changes nothing
     // that the caller could act on.
-    if (opened.valid()) flush(opened.number());
+    if (opened.valid()) flushToDisk(opened.number());
 }
-
-} // namespace
 
 std::string reasonInWords(const FileError& error) {
     switch (error.code) {
@@ -202,17 +191,18 @@ std::string reasonInWords(const FileError& error) {
 }
 
 tl::expected<std::string, FileError> readFile(const fs::path& path, std::size_t maxBytes) {
-    std::size_t size = 0;
-    const auto opened = openRegular(path, size);
+    struct stat status {};
+    const auto opened = openRegularFile(path, status);
     if (!opened) return tl::unexpected(opened.error());
-    const Descriptor file(*opened);
+    const auto size = static_cast<std::size_t>(status.st_size);
     if (size > maxBytes) return refusal(path, "larger than is read");
     // The size is a hint only: a file may grow while it is read, and /proc and /sys report 0. One
     // byte more than it says lets the end show without growing the buffer.
     std::string bytes(size + 1, '\0');
     std::size_t length = 0;
     while (true) {
-        const ssize_t got = readSome(file.number(), bytes.data() + length, bytes.size() - length);
+        const ssize_t got =
+            readSome(opened->number(), bytes.data() + length, bytes.size() - length);
         if (got < 0) return failure(path, static_cast<int>(-got));
         if (got == 0) break;
         length += static_cast<std::size_t>(got);
@@ -226,22 +216,23 @@ tl::expected<std::string, FileError> readFile(const fs::path& path, std::size_t 
 tl::expected<void, FileError>
 readFileInPieces(const fs::path& path,
                  const std::function<bool(std::string_view piece, std::size_t fileSize)>& each) {
-    std::size_t size = 0;
-    const auto opened = openRegular(path, size);
+    struct stat status {};
+    const auto opened = openRegularFile(path, status);
     if (!opened) return tl::unexpected(opened.error());
-    const Descriptor file(*opened);
+    const auto size = static_cast<std::size_t>(status.st_size);
     std::vector<char> buffer(pieceSize);
     while (true) {
-        const ssize_t got = readSome(file.number(), buffer.data(), buffer.size());
+        const ssize_t got = readSome(opened->number(), buffer.data(), buffer.size());
         if (got < 0) return failure(path, static_cast<int>(-got));
         if (got == 0) return {};
         if (!each({buffer.data(), static_cast<std::size_t>(got)}, size)) return {};
     }
 }
 
-tl::expected<void, FileError> writeFileAtomically(const fs::path& path, std::string_view bytes) {
-    const fs::path temporary = temporaryBeside(path);
-    int code = writeNew(temporary, bytes);
+tl::expected<void, FileError> writeFileAtomically(const fs::path& path, std::string_view bytes,
+                                                  const FileMaking& making) {
+    const fs::path temporary = temporaryBeside(path, making);
+    int code = writeNew(temporary, bytes, making);
     if (code == 0 && ::rename(temporary.c_str(), path.c_str()) != 0) code = errno;
     if (code != 0) {
         ::unlink(temporary.c_str());
@@ -275,14 +266,14 @@ tl::expected<void, FileError> appendLine(const fs::path& path, std::string_view 
     return failure(path, ENOENT);
 }
 
-void removeLeftovers(const fs::path& folder, std::chrono::seconds age) {
+void removeLeftovers(const fs::path& folder, std::chrono::seconds age, const FileMaking& making) {
     const auto oldest = fs::file_time_type::clock::now() - age;
     std::error_code fault;
     std::vector<fs::path> leftovers;
     for (fs::directory_iterator entry(folder, fault), end; !fault && entry != end;
          entry.increment(fault)) {
         const std::string name = entry->path().filename().native();
-        if (!name.starts_with(temporaryPrefix) || !name.ends_with(temporarySuffix)) continue;
+        if (!name.starts_with(making.temporaryPrefix) || !name.ends_with(temporarySuffix)) continue;
         std::error_code unknown;
         const auto written = entry->last_write_time(unknown);
         if (!unknown && written < oldest && entry->is_regular_file(unknown)) {

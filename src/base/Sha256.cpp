@@ -62,13 +62,26 @@ std::string sha256Hex(std::string_view bytes) {
 
 struct Sha256Stream::Context {
     Context() : handle(EVP_MD_CTX_new()) { insist(handle != nullptr ? 1 : 0); }
-    ~Context() { EVP_MD_CTX_free(handle); }
+    ~Context() {
+        EVP_MD_CTX_free(handle);
+        EVP_MD_CTX_free(scratch_);
+    }
     Context(const Context&) = delete;
     Context& operator=(const Context&) = delete;
 
     void start() { insist(EVP_DigestInit_ex2(handle, algorithm(), nullptr)); }
 
+    /// What a look at the digest so far finishes, made when first wanted.
+    EVP_MD_CTX* scratch() const {
+        if (scratch_ == nullptr) scratch_ = EVP_MD_CTX_new();
+        insist(scratch_ != nullptr ? 1 : 0);
+        return scratch_;
+    }
+
     EVP_MD_CTX* handle;
+
+private:
+    mutable EVP_MD_CTX* scratch_ = nullptr;
 };
 
 Sha256Stream::Sha256Stream() : context_(std::make_unique<Context>()) {
@@ -81,6 +94,14 @@ Sha256Stream& Sha256Stream::operator=(Sha256Stream&&) noexcept = default;
 
 void Sha256Stream::add(std::string_view bytes) {
     insist(EVP_DigestUpdate(context_->handle, bytes.data(), bytes.size()));
+}
+
+Sha256Digest Sha256Stream::soFar() const {
+    const Context& context = *context_;
+    insist(EVP_MD_CTX_copy_ex(context.scratch(), context.handle));
+    Sha256Digest digest{};
+    insist(EVP_DigestFinal_ex(context.scratch(), digest.data(), nullptr));
+    return digest;
 }
 
 Sha256Digest Sha256Stream::finish() {

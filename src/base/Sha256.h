@@ -32,6 +32,9 @@ public:
 
     void add(std::string_view bytes);
 
+    /// The digest of all that was added so far; more may follow.
+    Sha256Digest soFar() const;
+
     /// The digest of all that was added; the stream then starts afresh.
     Sha256Digest finish();
 

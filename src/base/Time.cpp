@@ -19,4 +19,27 @@ std::string iso8601(TimePoint moment) {
     return {text.data(), static_cast<std::size_t>(length)};
 }
 
+std::optional<TimePoint> parseIso8601(std::string_view text) {
+    constexpr std::string_view form = "dddd-dd-ddTdd:dd:ddZ";
+    if (text.size() != form.size()) return std::nullopt;
+    for (std::size_t i = 0; i < form.size(); ++i) {
+        const bool digit = text[i] >= '0' && text[i] <= '9';
+        if (form[i] == 'd' ? !digit : text[i] != form[i]) return std::nullopt;
+    }
+    const auto number = [&](std::size_t at, std::size_t digits) {
+        int value = 0;
+        for (std::size_t i = at; i < at + digits; ++i)
+            value = 10 * value + (text[i] - '0');
+        return value;
+    };
+    using namespace std::chrono;
+    const year_month_day date{year{number(0, 4)}, month{static_cast<unsigned>(number(5, 2))},
+                              day{static_cast<unsigned>(number(8, 2))}};
+    const int hour = number(11, 2);
+    const int minute = number(14, 2);
+    const int second = number(17, 2);
+    if (!date.ok() || hour > 23 || minute > 59 || second > 59) return std::nullopt;
+    return sys_days{date} + hours{hour} + minutes{minute} + seconds{second};
+}
+
 } // namespace kelvo

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <chrono>
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace kelvo {
 
@@ -9,5 +11,8 @@ using TimePoint = std::chrono::system_clock::time_point;
 
 /// ISO 8601 internet date-time in UTC with whole seconds, fractions cut off: 2026-01-31T09:15:02Z.
 std::string iso8601(TimePoint moment);
+
+/// Reads that one form; none for anything else, also for a day that no month has.
+std::optional<TimePoint> parseIso8601(std::string_view text);
 
 } // namespace kelvo

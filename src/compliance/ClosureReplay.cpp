@@ -1,5 +1,6 @@
 #include "compliance/ClosureReplay.h"
 
+#include "base/Descriptor.h"
 #include "base/Json.h"
 
 #include <dirent.h>
@@ -73,21 +74,6 @@ std::optional<std::string> closedByPlainReading(std::string_view text) {
     if (stringMember(*record, "evidence_root").value_or("").empty()) return std::nullopt;
     return stringMember(*record, "criterion");
 }
-
-class Descriptor {
-public:
-    explicit Descriptor(int number) : number_(number) {}
-    ~Descriptor() {
-        if (number_ >= 0) ::close(number_);
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-
-    int number() const { return number_; }
-
-private:
-    int number_;
-};
 
 /// Reads the regular file `name` of the folder into the reader's room. None for anything else, and
 /// for a file that is empty, too large or cannot be read.

@@ -20,11 +20,14 @@ namespace kelvo {
 struct ProofInput {
     ProofFolders folders;
     ProofState state;
-    std::string now; ///< ISO 8601
+    std::string computer; ///< this one's name
+    std::string now;      ///< ISO 8601
     /// Records whose line waits to be written: neither unlisted nor gone.
     std::set<std::string> pending;
     /// Names of the records that readiness was replayed from; none where no readiness is known.
     std::optional<std::set<std::string>> replayed;
+    /// A log of this computer that was continued elsewhere, so that this run began a new one.
+    std::string left;
     /// The keeper's count of changes when this was made, see `ProofKeeper::take`.
     std::uint64_t generation = 0;
 };
@@ -33,9 +36,8 @@ struct ProofInput {
 struct ComparedLog {
     /// The end of one line.
     struct Mark {
-        Sha256Digest head{};   ///< of all bytes up to and with the line
-        std::int64_t ts = 0;   ///< the line's time, seconds since 1970
-        bool decision = false; ///< a decision that counts (not a repeated one)
+        Sha256Digest head{}; ///< of all bytes up to and with the line
+        std::int64_t ts = 0; ///< the line's time, seconds since 1970
     };
 
     std::string id; ///< "" where the first line cannot be read
@@ -49,7 +51,8 @@ struct ComparedLog {
     bool belongs = false;  ///< of this organisation; others are told, never counted
     bool arriving = false; ///< bytes after its last line feed, in another computer's log
     std::optional<std::int64_t>
-        damagedLine; ///< counted from 1; nothing from there on proves anything
+        damagedLine;         ///< counted from 1; nothing from there on proves anything
+    bool unreadable = false; ///< the damaged line is none; else it does not follow the one before
     std::optional<std::int64_t> clockSetBackAt; ///< first line dated before the one above it
     std::string graph;       ///< SHA-256 of the readiness graph as its last run read it
     std::vector<Mark> marks; ///< one a line
@@ -114,7 +117,7 @@ struct ProofTrouble {
     /// Worst first.
     enum class Kind {
         logDamaged,       ///< `line`, `unreadable`
-        ownLogLeft,       ///< the own log is not as this computer left it; a new one is begun
+        ownLogLeft,       ///< the own log was continued elsewhere; a new one is begun
         logGone,          ///< known from before or from a checkpoint (`file`, where one names it)
         logRewritten,     ///< no longer begins as it did
         logShorter,       ///< `line`: how many lines it has lost
@@ -126,10 +129,10 @@ struct ProofTrouble {
         recordUnreadable, ///< `file`, `reason`
         evidenceGone,     ///< `file` (record), `evidence` (hash)
         evidenceNotKept,  ///< `file`, `evidence`, `reason`
-        notCountedYet,    ///< `count` decisions of a log that readiness has not replayed
         graphChanged,     ///< since the own log's last run: `raised`
         clockAhead,       ///< `seconds`
         foreignLog,       ///< of another organisation; its records are unlisted
+        notCountedYet,    ///< `count` decisions of a log that readiness has not replayed
         copyHarmless,     ///< `file`: the beginning of a log that is here, or the same
         arriving,         ///< `file` or `evidence` or the end of a log: `since`
     };

@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <system_error>
 
 namespace kelvo {
 namespace fs = std::filesystem;

@@ -38,13 +38,14 @@ struct SealLogReading {
     bool tornEnd() const { return !damage && bytes > goodBytes; }
 };
 
-/// A line as the reader hands it out. The views are valid during the call only.
+/// A line as the reader hands it out. Valid during the call only.
 struct SealLineView {
     std::int64_t seq = 0;
-    std::string_view prev;
     std::string_view ts;
-    std::string_view text; ///< with its line feed
-    const SealFact* fact = nullptr;
+    std::string_view text;    ///< its bytes with the line feed
+    const Sha256Digest& head; ///< of all bytes up to and with this line
+    const SealFact& fact;     ///< a decision's payload is left out
+    std::string_view payload; ///< of a decision
 };
 
 /// Reads seal logs line by line: memory is bounded by the longest line, whatever the file holds.

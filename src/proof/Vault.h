@@ -18,7 +18,8 @@ class StagedEvidence {
 public:
     const std::string& root() const; ///< SHA-256 of the bytes, 64 lowercase hex characters
     std::uintmax_t size() const;
-    /// Why no copy was made, in words for a person; none where there is one.
+    /// Why there will be no copy, in words for a person; none where there is one, or where it is
+    /// made once the person has approved.
     const std::optional<std::string>& notKept() const;
 
 private:
@@ -76,16 +77,14 @@ public:
     /// Where `root` is or would be.
     std::filesystem::path path(std::string_view root) const;
 
-    /// Removes what an earlier process of this log left half done.
+    /// Removes what an earlier process of this log left half done, where it is an hour old.
     void removeLeftovers() const;
 
 private:
-    tl::expected<void, FileError> place(std::string_view bytes, const std::string& root);
-    std::string temporaryName() const;
+    FileMaking making() const;
 
     ProofFolders folders_;
     std::string prefix_; ///< ".<id8>-"
-    std::string own_;    ///< what follows the prefix in this process's names
 };
 
 } // namespace kelvo

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "proof/LineParser.h"
+#include "proof/ProofComparison.h"
+#include "proof/SealLog.h"
+#include "proof/Vault.h"
+
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace kelvo {
+
+/// Of an ISO 8601 moment; 0 for what is none.
+std::int64_t secondsSince1970(std::string_view moment);
+
+/// A log with what its lines say, before it is known whether it belongs.
+struct ReadLog {
+    ComparedLog log;
+    std::vector<LoggedDecision> decisions;
+    std::set<std::string> graphs;       ///< SHA-256 of the graph of each run
+    std::set<std::string> withdrawn;    ///< blocks that a note takes back
+    std::set<std::string> sealedGraphs; ///< that a sealed change of the organisation made
+    std::set<std::string> supplied;     ///< evidence that was kept later
+    bool torn = false;
+};
+
+/// A record file in the outputs folder.
+struct ReadRecord {
+    std::string name;
+    std::string hash; ///< "" where it cannot be read
+    std::string reason;
+};
+
+/// What a record in the vault or the outputs folder adds to a decision.
+struct KeptRecord {
+    bool kept = false; ///< the vault has the bytes of that hash
+    std::string asOf;
+};
+
+/// Reads the files that a comparison compares. Changes nothing.
+class ProofReading {
+public:
+    explicit ProofReading(const ProofFolders& folders);
+
+    /// Reads all. The names in the outputs folder are listed first: whatever is found there was
+    /// written before the logs were read.
+    void read();
+
+    std::vector<ReadLog> logs;
+    std::vector<ReadLog> copies; ///< files that hold a log under a name that is not a log's
+    std::vector<ReadRecord> records;
+    std::map<std::string, KeptRecord, std::less<>> kept; ///< by hash, of every decision
+    std::string graphNow; ///< SHA-256 of the readiness graph, "" where there is none
+    std::string organisationNow;
+
+    /// The organisation that a graph in the vault names.
+    std::string organisationOf(const std::string& graph);
+
+private:
+    void listRecords();
+    void readLogs();
+    void readGraph();
+    void readVault();
+    void hashRecords();
+    std::optional<ReadLog> readLog(const std::filesystem::path& file);
+    void readDecision(const SealLineView& line, const DecisionLine& fact, ReadLog& into);
+
+    ProofFolders folders_;
+    Vault vault_;
+    LineParser payloads_;
+    SealLogReader lines_;
+    std::set<std::string, std::less<>> adopted_; ///< records whose time is to be read
+};
+
+} // namespace kelvo
