@@ -120,6 +120,9 @@ public:
 
 private:
     struct State;
+    /// To be called with the keeper's lock held.
+    std::vector<Unkept> unkeptOf() const;
+
     std::unique_ptr<State> state_;
 };
 

@@ -73,10 +73,14 @@ public:
     Copy(const fs::path& temporary, const FileMaking& making, int source, std::uintmax_t size)
         : path_(temporary) {
         auto made = createFile(temporary, making);
-        if (!made) return fail(made.error());
+        if (!made) {
+            fail(made.error());
+            return;
+        }
         file_ = std::move(*made);
         if (!hasRoom(file_.number(), size)) {
-            return fail({"less than twice its size is free on the disk", 0});
+            fail({"less than twice its size is free on the disk", 0});
+            return;
         }
         shared_ = ::ioctl(file_.number(), FICLONE, source) == 0;
     }
