@@ -23,7 +23,8 @@ public:
         if (chatLines > 0) writeChat(chatLines);
         engine_ =
             std::make_unique<EngineVM>(Ports{clock_, ticker, eventLoop, account_, authentication_,
-                                             notifications_, panel_, pdf_, processes_, model},
+                                             notifications_, panel_, pdf_, processes_, model,
+                                             background_},
                                        directories_);
         observe(engine_->t, engine_->risk, engine_->rate, engine_->stateLine, engine_->status,
                 engine_->agentNBA, engine_->humanNBA, engine_->citations, engine_->chat);
@@ -33,6 +34,7 @@ public:
 
     test::FakeTicker ticker;
     test::FakeEventLoop eventLoop;
+    test::FakeBackground background_{eventLoop};
     test::FakeModel model;
 
 private:

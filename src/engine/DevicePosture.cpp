@@ -1,4 +1,3 @@
-#include "base/Sha256.h"
 #include "base/Text.h"
 #include "engine/EngineVM.h"
 
@@ -53,7 +52,7 @@ void EngineVM::closeRoleControlViaOS(const RoleMap::Control& control) {
         .criterion = control.criterion,
         .title = "Secured device for " + control.criterion,
         .presence = presence.record,
-        .evidenceRoot = sha256Hex(summary),
+        .evidence = keeper_->vault().stage(summary),
         .evidenceName = "device-posture-" + control.criterion + ".txt",
         .extra = {{"role", contributorRole()},
                   {"evidence_summary", summary},

@@ -49,13 +49,19 @@ EngineVM& EngineVM::shared() {
 EngineVM::EngineVM(const Ports& ports, Directories directories)
     : ports_(ports), directories_(std::move(directories)),
       log_(directories_.project / "kelvosoc2.events.ndjson", ports.clock),
-      notify_(ports.notifications), presence_(ports.authentication),
-      source_(std::make_shared<DrivenSource>()), life_(std::make_shared<EngineVM*>(this)) {
+      notify_(ports.notifications), presence_(ports.authentication, ports.clock),
+      keeper_(std::make_shared<ProofKeeper>(
+          ProofKeeper::Setup{.folders = {directories_.outputs, directories_.project},
+                             .program = KELVO_VERSION},
+          ports.clock)),
+      unwritten_(directories_.outputs), source_(std::make_shared<DrivenSource>()),
+      life_(std::make_shared<EngineVM*>(this)) {
     load(startUpGraph());
     loadMesh();
     loadRoleMap();
     snapshotOS();
     loadChat();
+    rememberFiles();
 }
 
 EngineVM::~EngineVM() {

@@ -18,13 +18,17 @@
 #include "ledger/Log.h"
 #include "ledger/Notify.h"
 #include "ledger/Presence.h"
+#include "ledger/RecordFile.h"
 #include "ledger/TotemChain.h"
+#include "ledger/UnwrittenRecords.h"
 #include "ports/Ports.h"
+#include "proof/ProofKeeper.h"
 
 #include <cstdint>
 #include <deque>
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <set>
@@ -102,6 +106,15 @@ public:
     Published<std::vector<OSFact>> osFacts;
     Published<std::optional<Progress>> progress; ///< long work that is under way, if any
     Published<std::vector<ModelWork>> modelWork; ///< what the model is at, oldest first
+
+    /// How records, logs, evidence and checkpoints compare; none before the first comparison.
+    Published<std::shared_ptr<const ProofComparison>> proof;
+    Published<std::vector<Unkept>> unkept; ///< decisions of which the proof lacks something yet
+    Published<std::vector<UnwrittenRecords::Entry>>
+        unwritten; ///< decisions that are not on the disk
+    Published<std::map<std::string, EvidenceLook>>
+        evidenceLooks;                                     ///< last look at kept evidence, by hash
+    Published<std::optional<StoredCheckpoint>> checkpoint; ///< the last one made in this run
 
     // --- State that is not -----------------------------------------------------------------------
 
@@ -197,6 +210,34 @@ public:
     /// Adds a control family to the system and installs the composed graph of all adopted ones.
     void adopt(const SOC2Template& family);
 
+    // --- Proof (Proof.cpp) -----------------------------------------------------------------------
+
+    /// Begins to keep the proof: reads the own log and compares, beside this thread. Called once
+    /// the window shows; what is sealed before waits in memory.
+    void beginProof();
+    /// Compares records, logs and checkpoints anew. Calls while one is under way make one more.
+    void compareProof();
+    /// Writes again what is not on the disk or not in the proof.
+    void keepAgain();
+    /// Writes what is not on the disk into another folder, too.
+    tl::expected<void, FileError> saveUnwritten(const std::filesystem::path& folder) const;
+
+    /// Takes records that no log knows into the own log, after a presence check. The owner only.
+    void adoptRecords(const std::vector<std::string>& files);
+    /// Writes a record that is gone or was changed as it was sealed.
+    void restoreRecord(const std::string& file);
+    /// Asks for the file of this hash, which was not kept, and keeps it after a presence check.
+    void supplyEvidence(const std::string& root);
+    /// Hashes the kept file again; `evidenceLooks` has the result.
+    void verifyEvidence(const std::string& root);
+    /// Where the kept file of this hash is.
+    std::filesystem::path keptFile(const std::string& root) const;
+    /// Makes a checkpoint of the logs as last compared. The owner only.
+    void makeCheckpoint();
+    /// Stores a signature beside the checkpoint of that name.
+    tl::expected<void, FileError> storeSignature(const std::string& checkpointFile,
+                                                 const std::string& signature) const;
+
     // --- Work that comes from outside ------------------------------------------------------------
 
     /// What runs a continuation in its turn: at once, or when nobody is being asked anything any
@@ -214,9 +255,9 @@ private:
     /// What one operation brings to the closing of a criterion.
     struct ClosureRequest {
         std::string criterion;
-        std::string title;        ///< of the totem
-        std::string presence;     ///< the granted check's record
-        std::string evidenceRoot; ///< SHA-256, 64 lowercase hex characters
+        std::string title;       ///< of the totem
+        std::string presence;    ///< the granted check's record
+        StagedEvidence evidence; ///< its hash is sealed, its bytes are kept
         std::string evidenceName;
         Json extra = Json::object();       ///< the operation's own keys of the payload
         std::optional<std::string> asOf{}; ///< the seal time; none takes it after the mesh changed
@@ -236,7 +277,7 @@ private:
     /// A document that was read and waits for its mapping.
     struct Document {
         std::string name;
-        std::string root;
+        StagedEvidence evidence;
         std::string text{};
         std::vector<std::string> allowed{}; ///< criterion ids, in mesh order
     };
@@ -261,21 +302,33 @@ private:
     Totem appendTotem(std::string_view payload, const std::string& title,
                       const std::string& presence, const std::string& asOf);
     std::string writeForBouncer(const Totem& totem, std::string_view payload,
-                                const std::string& asOf);
+                                const std::string& asOf,
+                                const std::optional<StagedEvidence>& evidence = {});
     Totem seal(const Json& payload, const std::string& title, const std::string& presence,
-               const std::string& asOf);
+               const std::string& asOf, const std::optional<StagedEvidence>& evidence = {});
     Closure closeCriterion(const ClosureRequest& request);
 
     // Gap closing
-    std::optional<std::string> hashEvidence(const std::filesystem::path& file);
+    std::optional<StagedEvidence> stageFile(const std::filesystem::path& file);
+
+    // Proof
+    void rememberFiles();
+    void keepRecord(const Totem& totem, std::string_view payload, const RecordWriting& writing,
+                    const std::optional<StagedEvidence>& evidence);
+    void showUnkept();
+    void startComparison(int tries);
+    void takeComparison(const std::shared_ptr<const ProofComparison>& result, int tries);
+    void showLook(const std::string& root, Verification result);
+    const LoggedDecision* decisionWith(const std::string& root) const;
+    bool mayDecide() const;
+    Approval approval() const;
 
     // The device
     void refreshFacts();
 
     // Evidence, policies, assistant
     void mapDocument(const Document& document, std::uint64_t work);
-    void stageEvidence(EvidenceProposal proposal, const std::vector<std::string>& allowed,
-                       const std::optional<EvidenceMapping>& mapping);
+    void stageEvidence(const Document& document, const std::optional<EvidenceMapping>& mapping);
     void stagePolicy(const std::string& criterion, const std::optional<std::string>& text);
     tl::expected<void, FileError> writeArtifact(const std::string& name,
                                                 const std::string& text) const;
@@ -311,6 +364,16 @@ private:
     Notify notify_;
     Presence presence_;
     WorkQueue queue_;
+    /// Shared with the work beside this thread, which may end after the engine.
+    std::shared_ptr<ProofKeeper> keeper_;
+    UnwrittenRecords unwritten_;
+    /// The staged document, for as long as its proposal stands.
+    std::optional<StagedEvidence> proposedEvidence_;
+    std::set<std::string> filesAtStart_; ///< record files that readiness was replayed from
+    std::set<std::string> sealedFiles_;  ///< record files of this run
+    bool proofBegun_ = false;
+    bool comparing_ = false;
+    bool compareAgain_ = false;
     std::deque<Citation> citationRows_;
     std::deque<ChatMsg> chatRows_;
     std::string encodedChat_; ///< the chat history file without its brackets

@@ -1,5 +1,4 @@
 #include "base/Files.h"
-#include "base/Sha256.h"
 #include "base/Text.h"
 #include "engine/EngineVM.h"
 #include "intelligence/EvidenceMapper.h"
@@ -29,15 +28,18 @@ void EngineVM::addEvidence() {
          "Select a compliance document (pdf, txt, md, json)",
          {ContentType::pdf, ContentType::plainText, ContentType::text, ContentType::json}});
     if (!file) return refuse("No document selected.", "evidence_no_file");
-    const auto bytes = readFile(*file, largestDocument);
+    auto bytes = readFile(*file, largestDocument);
     if (!bytes) return refuse("Could not read document.", "evidence_unreadable");
 
-    Document document{.name = shownFileName(*file), .root = sha256Hex(*bytes)};
+    std::string text;
     if (isPdf(*file)) {
-        document.text = ports_.pdfText.text(*bytes);
+        text = ports_.pdfText.text(*bytes);
     } else if (isValidUtf8(*bytes)) {
-        document.text = *bytes;
+        text = *bytes;
     }
+    Document document{.name = shownFileName(*file),
+                      .evidence = keeper_->vault().stage(std::move(*bytes)),
+                      .text = std::move(text)};
     if (*mesh) {
         for (const SOC2Mesh::Node& node : (*mesh)->nodes)
             document.allowed.push_back(node.id);
@@ -51,18 +53,20 @@ void EngineVM::addEvidence() {
 void EngineVM::mapDocument(const Document& document, std::uint64_t work) {
     EvidenceMapper::mapEvidence(
         ports_.model, document.text, document.allowed,
-        [this, work, name = document.name, root = document.root, allowed = document.allowed,
+        [this, work, staged = Document{document.name, document.evidence, {}, document.allowed},
          resume = resumption()](std::optional<EvidenceMapping> mapping) {
-            resume([this, work, name, root, allowed, mapping = std::move(mapping)] {
+            resume([this, work, staged, mapping = std::move(mapping)] {
                 endModelWork(work);
-                stageEvidence({name, root, chooseManually, {}}, allowed, mapping);
+                stageEvidence(staged, mapping);
             });
         });
 }
 
-void EngineVM::stageEvidence(EvidenceProposal proposal, const std::vector<std::string>& allowed,
+void EngineVM::stageEvidence(const Document& document,
                              const std::optional<EvidenceMapping>& mapping) {
-    const std::string name = proposal.name;
+    const std::string& name = document.name;
+    const auto& allowed = document.allowed;
+    EvidenceProposal proposal{name, document.evidence.root(), chooseManually, {}};
     std::string outcome =
         "On-device mapping unavailable for " + name + " — choose criteria manually.";
     if (mapping && !mapping->criteria.empty()) {
@@ -81,6 +85,7 @@ void EngineVM::stageEvidence(EvidenceProposal proposal, const std::vector<std::s
     }
     const std::string root = proposal.root.substr(0, 12);
     const std::size_t count = proposal.criteria.size();
+    proposedEvidence_ = document.evidence;
     evidenceProposal.set(std::move(proposal));
     status.set(std::move(outcome));
     cite("Staged evidence " + name + " [" + root + "] — " + std::to_string(count) +
@@ -93,6 +98,7 @@ void EngineVM::confirmEvidence(const std::vector<std::string>& criteria) {
     if (!*evidenceProposal || !*mesh) return;
     const WorkQueue::Exclusive exclusive(queue_);
     const EvidenceProposal proposal = **evidenceProposal;
+    const StagedEvidence evidence = *proposedEvidence_;
     const Presence::Result presence =
         presence_.require("Approve evidence " + proposal.name + " — verify to seal");
     if (!presence.ok) {
@@ -108,7 +114,7 @@ void EngineVM::confirmEvidence(const std::vector<std::string>& criteria) {
             .criterion = id,
             .title = "Closed " + id + " (evidence)",
             .presence = presence.record,
-            .evidenceRoot = proposal.root,
+            .evidence = evidence,
             .evidenceName = proposal.name,
             .extra = {{"evidence_summary", proposal.summary}, {"ai_mapped", true}},
             .asOf = moment,
@@ -120,6 +126,7 @@ void EngineVM::confirmEvidence(const std::vector<std::string>& criteria) {
         log_.e("evidence_sealed",
                {{"criterion", id}, {"evidence_name", proposal.name}, {"count", sealed}});
     }
+    proposedEvidence_.reset();
     evidenceProposal.set(std::nullopt);
     status.set(sealed == 0 ? "Nothing sealed — selected criteria already met."
                            : "Sealed " + std::to_string(sealed) + " criteria from " +

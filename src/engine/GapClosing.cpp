@@ -1,5 +1,4 @@
 #include "base/Files.h"
-#include "base/Sha256.h"
 #include "base/Text.h"
 #include "engine/EngineVM.h"
 
@@ -24,8 +23,8 @@ void EngineVM::closeGap(const std::string& criterion) {
                "close_gap_no_evidence", {{"criterion", criterion}});
         return;
     }
-    const auto evidenceRoot = hashEvidence(*file);
-    if (!evidenceRoot) {
+    const auto evidence = stageFile(*file);
+    if (!evidence) {
         refuse("Evidence required to close " + criterion + " — could not read artifact.",
                "close_gap_evidence_unreadable", {{"criterion", criterion}});
         return;
@@ -42,12 +41,12 @@ void EngineVM::closeGap(const std::string& criterion) {
         .criterion = criterion,
         .title = "Closed " + criterion,
         .presence = presence.record,
-        .evidenceRoot = *evidenceRoot,
+        .evidence = *evidence,
         .evidenceName = evidenceName,
     });
     status.set("Closed " + criterion + ": readiness " + closure.change() + ".");
     cite("Closed " + criterion + " with evidence " + evidenceName + " [" +
-             evidenceRoot->substr(0, 12) + "] — readiness " + closure.change(),
+             evidence->root().substr(0, 12) + "] — readiness " + closure.change(),
          "owner " + ownerName() + " · presence " + presence.record);
     log_.e("close_gap", {{"criterion", criterion},
                          {"gate_before", closure.gateBefore},
@@ -57,25 +56,19 @@ void EngineVM::closeGap(const std::string& criterion) {
     proposeNBA();
 }
 
-std::optional<std::string> EngineVM::hashEvidence(const std::filesystem::path& file) {
-    Sha256Stream hash;
-    std::size_t done = 0;
+std::optional<StagedEvidence> EngineVM::stageFile(const std::filesystem::path& file) {
     std::size_t shown = 0;
     const std::string title = "Reading " + shownFileName(file);
-    const auto read = readFileInPieces(file, [&](std::string_view piece, std::size_t size) {
-        hash.add(piece);
-        done += piece.size();
-        if (size >= worthShowing && done - shown >= repaintEvery) {
-            shown = done;
-            const double share = static_cast<double>(done) / static_cast<double>(size);
-            progress.set(Progress{title, std::min(share, 1.0)});
-            ports_.eventLoop.processPending();
-        }
-        return true;
+    const auto staged = keeper_->vault().stage(file, [&](std::size_t done, std::size_t size) {
+        if (size < worthShowing || done - shown < repaintEvery) return;
+        shown = done;
+        const double share = static_cast<double>(done) / static_cast<double>(size);
+        progress.set(Progress{title, std::min(share, 1.0)});
+        ports_.eventLoop.processPending();
     });
     if (*progress) progress.set(std::nullopt);
-    if (!read) return std::nullopt;
-    return hex(hash.finish());
+    if (!staged) return std::nullopt;
+    return *staged;
 }
 
 void EngineVM::run(const Act& act) {

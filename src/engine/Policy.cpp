@@ -1,5 +1,4 @@
 #include "base/Files.h"
-#include "base/Sha256.h"
 #include "base/Text.h"
 #include "engine/EngineVM.h"
 #include "intelligence/PolicyGen.h"
@@ -60,7 +59,8 @@ void EngineVM::approveGenerated() {
         return refuse("Not verified — policy not sealed. " + presence.record, "policy_denied",
                       {{"criterion", draft.criterion}, {"record", presence.record}});
     }
-    const std::string sha = sha256Hex(draft.text);
+    const StagedEvidence evidence = keeper_->vault().stage(draft.text);
+    const std::string& sha = evidence.root();
     const std::string artifact = "policy-" + draft.criterion + "-" + sha.substr(0, 8) + ".txt";
     if (const auto written = writeArtifact(artifact, draft.text); !written) {
         return refuse("Could not write policy artifact: " + written.error().description,
@@ -71,7 +71,7 @@ void EngineVM::approveGenerated() {
         .criterion = draft.criterion,
         .title = "Sealed generated policy " + draft.criterion,
         .presence = presence.record,
-        .evidenceRoot = sha,
+        .evidence = evidence,
         .evidenceName = "policy-" + draft.criterion + ".txt",
         .extra = {{"evidence_summary", "generated from graph variables"},
                   {"generated", true},

@@ -73,6 +73,14 @@ struct ChatMsg {
     bool operator==(const ChatMsg&) const = default;
 };
 
+/// A look at a kept file after it was sealed.
+struct EvidenceLook {
+    std::string at;    ///< ISO 8601
+    bool same = false; ///< it is the file that was sealed
+
+    bool operator==(const EvidenceLook&) const = default;
+};
+
 /// Work that takes long enough for the person to want to see it move.
 struct Progress {
     std::string title;

@@ -1,4 +1,3 @@
-#include "base/Sha256.h"
 #include "base/Text.h"
 #include "engine/EngineVM.h"
 
@@ -109,12 +108,12 @@ void EngineVM::attestRoleControl(const RoleMap::Control& control) {
     const std::string roleName = contributorRole();
     const std::string statement =
         "Attested by " + roleName + " " + personName() + ": " + control.task;
-    const std::string evidenceRoot = sha256Hex(statement);
+    const StagedEvidence evidence = keeper_->vault().stage(statement);
     const Closure closure = closeCriterion({
         .criterion = control.criterion,
         .title = "Acknowledged " + control.criterion,
         .presence = presence.record,
-        .evidenceRoot = evidenceRoot,
+        .evidence = evidence,
         .evidenceName = "role-attest-" + control.criterion + ".txt",
         .extra = {{"role", roleName},
                   {"evidence_summary", statement},
@@ -124,7 +123,7 @@ void EngineVM::attestRoleControl(const RoleMap::Control& control) {
     status.set("Acknowledged: " + control.task + ". Your completion is now " +
                percent(roleReadiness()) + ".");
     cite(roleName + " " + personName() + " acknowledged " + control.criterion + ": " +
-             control.task + " [" + evidenceRoot.substr(0, 12) + "]",
+             control.task + " [" + evidence.root().substr(0, 12) + "]",
          "presence " + presence.record + " · role attest");
     log_.e(
         "attest_role_control",

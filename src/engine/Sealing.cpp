@@ -55,16 +55,19 @@ Totem EngineVM::appendTotem(std::string_view payload, const std::string& title,
 }
 
 std::string EngineVM::writeForBouncer(const Totem& totem, std::string_view payload,
-                                      const std::string& asOf) {
-    return writeRecordFile(directories_.outputs, totem, payload, asOf);
+                                      const std::string& asOf,
+                                      const std::optional<StagedEvidence>& evidence) {
+    const RecordWriting writing = writeRecordFile(directories_.outputs, totem, payload, asOf);
+    keepRecord(totem, payload, writing, evidence);
+    return writing.outcome;
 }
 
 Totem EngineVM::seal(const Json& payload, const std::string& title, const std::string& presence,
-                     const std::string& asOf) {
+                     const std::string& asOf, const std::optional<StagedEvidence>& evidence) {
     // A payload without a JSON form is sealed as no bytes at all: the decision was made and counts.
     const std::string bytes = writeJson(payload).value_or("");
     Totem totem = appendTotem(bytes, title, presence, asOf);
-    writeForBouncer(totem, bytes, asOf);
+    writeForBouncer(totem, bytes, asOf, evidence);
     return totem;
 }
 
@@ -93,11 +96,11 @@ EngineVM::Closure EngineVM::closeCriterion(const ClosureRequest& request) {
         .attestedAt = closure.asOf,
         .presence = request.presence,
         .tip = chain_.tip(),
-        .evidenceRoot = request.evidenceRoot,
+        .evidenceRoot = request.evidence.root(),
         .evidenceName = request.evidenceName,
     });
     payload.update(request.extra);
-    closure.totem = seal(payload, request.title, request.presence, closure.asOf);
+    closure.totem = seal(payload, request.title, request.presence, closure.asOf, request.evidence);
     return closure;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ports/Clock.h"
 #include "ports/OwnerAuthentication.h"
 
 #include <string>
@@ -16,13 +17,26 @@ public:
         std::string record;
     };
 
-    explicit Presence(OwnerAuthentication& authentication) : authentication_(authentication) {}
+    /// What the person was last asked to approve, byte for byte, and when (ISO 8601).
+    struct Asked {
+        std::string sentence;
+        std::string asked;
+        std::string answered;
+    };
+
+    Presence(OwnerAuthentication& authentication, const Clock& clock)
+        : authentication_(authentication), clock_(clock) {}
 
     /// Blocks until the prompt with `reason` is answered.
     Result require(const std::string& reason);
 
+    /// The last check, whatever its result; the seals that follow it were approved by it.
+    const Asked& last() const { return last_; }
+
 private:
     OwnerAuthentication& authentication_;
+    const Clock& clock_;
+    Asked last_;
 };
 
 } // namespace kelvo

@@ -1,6 +1,7 @@
 #include "ledger/RecordFile.h"
 
-#include "base/Files.h"
+#include <system_error>
+#include <utility>
 
 namespace kelvo {
 
@@ -32,17 +33,31 @@ std::string recordFileName(const Json& document, const Totem& totem) {
            totem.blockHash.substr(0, 12) + ".totem.json";
 }
 
-std::string writeRecordFile(const std::filesystem::path& directory, const Totem& totem,
-                            std::string_view payload, const std::string& asOf) {
+std::set<std::string> recordFileNames(const std::filesystem::path& directory) {
+    std::set<std::string> names;
+    std::error_code fault;
+    for (std::filesystem::directory_iterator entry(directory, fault), end; !fault && entry != end;
+         entry.increment(fault)) {
+        std::string name = entry->path().filename().native();
+        if (name.ends_with(".totem.json")) names.insert(std::move(name));
+    }
+    return names;
+}
+
+RecordWriting writeRecordFile(const std::filesystem::path& directory, const Totem& totem,
+                              std::string_view payload, const std::string& asOf) {
     const Json document = recordDocument(totem, payload, asOf);
-    const auto bytes = writeJson(document, JsonLayout::pretty);
-    if (!bytes) return "outputs: encode-failed";
+    auto bytes = writeJson(document, JsonLayout::pretty);
+    if (!bytes) return {.outcome = "outputs: encode-failed"};
     const std::string source = sourceOf(document);
     if (!isPlainFileName(source)) {
-        return "outputs: \"" + source + "\" cannot be part of a file name";
+        return {.outcome = "outputs: \"" + source + "\" cannot be part of a file name",
+                .record = SealedRecord{"", std::move(*bytes)}};
     }
-    const auto written = writeFileAtomically(directory / recordFileName(document, totem), *bytes);
-    return written ? "→ outputs (bouncer will seal)" : "outputs: " + written.error().description;
+    SealedRecord record{recordFileName(document, totem), std::move(*bytes)};
+    const auto written = writeFileAtomically(directory / record.file, record.bytes);
+    if (written) return {"→ outputs (bouncer will seal)", std::move(record), std::nullopt};
+    return {"outputs: " + written.error().description, std::move(record), written.error()};
 }
 
 } // namespace kelvo

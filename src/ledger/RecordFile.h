@@ -1,8 +1,11 @@
 #pragma once
 
+#include "base/Files.h"
 #include "ledger/TotemChain.h"
 
 #include <filesystem>
+#include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -17,10 +20,29 @@ Json recordDocument(const Totem& totem, std::string_view payload, const std::str
 /// sourceDb that is no text.
 std::string recordFileName(const Json& document, const Totem& totem);
 
-/// Writes the record of `totem` into `directory`, atomically, and says what became of it: "→
-/// outputs (bouncer will seal)", "outputs: encode-failed" or "outputs: " and the write error. The
-/// directory is not created; a sourceDb that cannot be part of a file name is a write error.
-std::string writeRecordFile(const std::filesystem::path& directory, const Totem& totem,
-                            std::string_view payload, const std::string& asOf);
+/// A record as it is, or is to be, on the disk.
+struct SealedRecord {
+    std::string file; ///< name in the outputs folder
+    std::string bytes;
+};
+
+/// What became of the writing of a record.
+struct RecordWriting {
+    /// "→ outputs (bouncer will seal)", "outputs: encode-failed" or "outputs: " and the write
+    /// error.
+    std::string outcome;
+    /// None where the document has no JSON form; its file name is "" where it has no valid one.
+    std::optional<SealedRecord> record{};
+    std::optional<FileError> failure{}; ///< of the disk; writing the same again may succeed later
+};
+
+/// The names in `directory` that a record file has ("….totem.json"). Nothing is opened; a directory
+/// that cannot be listed has none.
+std::set<std::string> recordFileNames(const std::filesystem::path& directory);
+
+/// Writes the record of `totem` into `directory`, atomically. The directory is not created; a
+/// sourceDb that cannot be part of a file name is a write error.
+RecordWriting writeRecordFile(const std::filesystem::path& directory, const Totem& totem,
+                              std::string_view payload, const std::string& asOf);
 
 } // namespace kelvo

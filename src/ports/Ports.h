@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ports/Account.h"
+#include "ports/Background.h"
 #include "ports/Clock.h"
 #include "ports/EventLoop.h"
 #include "ports/FilePanel.h"
@@ -25,6 +26,7 @@ struct Ports {
     PdfText& pdfText;
     Processes& processes;
     LanguageModel& model;
+    Background& background;
 };
 
 } // namespace kelvo

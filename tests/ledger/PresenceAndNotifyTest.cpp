@@ -11,6 +11,8 @@
 namespace kelvo {
 namespace {
 
+const test::FakeClock clock;
+
 TEST(Presence, RecordsWhatThePersonAnswered) {
     const std::tuple<bool, Biometry, const char*> table[] = {
         {true, Biometry::fingerprint, "HIPR:TouchID:present"},
@@ -24,7 +26,7 @@ TEST(Presence, RecordsWhatThePersonAnswered) {
         test::FakeAuthentication authentication;
         authentication.answer = answer;
         authentication.kind = kind;
-        const Presence::Result result = Presence(authentication).require("Close gap: CC6.1");
+        const Presence::Result result = Presence(authentication, clock).require("Close gap: CC6.1");
         EXPECT_EQ(result.ok, answer) << record;
         EXPECT_EQ(result.record, record);
         EXPECT_EQ(authentication.reasons, std::vector<std::string>{"Close gap: CC6.1"});
@@ -35,7 +37,7 @@ TEST(Presence, TakesTheKindThatIsReportedAfterTheAnswer) {
     test::FakeAuthentication authentication;
     authentication.kind = Biometry::none;
     authentication.whileAsking = [&] { authentication.kind = Biometry::fingerprint; };
-    EXPECT_EQ(Presence(authentication).require("r").record, "HIPR:TouchID:present");
+    EXPECT_EQ(Presence(authentication, clock).require("r").record, "HIPR:TouchID:present");
 }
 
 TEST(Presence, AsksNobodyWhereNobodyCanBeAsked) {
@@ -46,7 +48,7 @@ TEST(Presence, AsksNobodyWhereNobodyCanBeAsked) {
     for (const auto& [why, record] : cases) {
         test::FakeAuthentication authentication;
         authentication.unavailable = why;
-        const Presence::Result result = Presence(authentication).require("r");
+        const Presence::Result result = Presence(authentication, clock).require("r");
         EXPECT_EQ(result.record, record);
         EXPECT_FALSE(result.ok);
         EXPECT_TRUE(authentication.reasons.empty());

@@ -21,7 +21,7 @@ protected:
         return chain_.append(payload, "a/b — ✓", "HIPR:TouchID:present", asOf);
     }
     std::string write(std::string_view payload) {
-        return writeRecordFile(folder_.path(), seal(payload), payload, asOf);
+        return writeRecordFile(folder_.path(), seal(payload), payload, asOf).outcome;
     }
     std::vector<std::string> names() const {
         std::vector<std::string> all;
@@ -90,11 +90,11 @@ TEST_F(RecordFileTest, IsWrittenForAPayloadThatIsNoObjectButNotWithoutAJsonForm)
         EXPECT_EQ(document.size(), 8U) << payload;
         EXPECT_EQ(document.at("sourceDb"), "collapse");
         EXPECT_EQ(document.at("title"), "a/b — ✓");
-        EXPECT_EQ(writeRecordFile(folder_.path(), totem, payload, asOf), written);
+        EXPECT_EQ(writeRecordFile(folder_.path(), totem, payload, asOf).outcome, written);
     }
     EXPECT_EQ(names().size(), 5U);
     const Totem noText = chain_.append("{}", "\xFF", "HIPR:TouchID:present", asOf);
-    EXPECT_EQ(writeRecordFile(folder_.path(), noText, "{}", asOf), "outputs: encode-failed");
+    EXPECT_EQ(writeRecordFile(folder_.path(), noText, "{}", asOf).outcome, "outputs: encode-failed");
     EXPECT_EQ(names().size(), 5U);
 }
 
@@ -103,7 +103,7 @@ TEST_F(RecordFileTest, RefusesASourceThatIsNoPlainFileName) {
     fs::create_directory(inner);
     for (const char* source : {"../x", "a/b", "/tmp/x", "", ".", "..", "a\\u0000b"}) {
         const std::string payload = "{\"sourceDb\":\"" + std::string(source) + "\"}";
-        const std::string outcome = writeRecordFile(inner, seal(payload), payload, asOf);
+        const std::string outcome = writeRecordFile(inner, seal(payload), payload, asOf).outcome;
         EXPECT_THAT(outcome, testing::AllOf(StartsWith("outputs: \""),
                                             testing::EndsWith("cannot be part of a file name")));
     }
@@ -113,14 +113,14 @@ TEST_F(RecordFileTest, RefusesASourceThatIsNoPlainFileName) {
 
 TEST_F(RecordFileTest, ReplacesOnlyTheFileOfTheSameSeal) {
     const Totem totem = seal("{}");
-    ASSERT_EQ(writeRecordFile(folder_.path(), totem, "{}", "earlier"), written);
-    ASSERT_EQ(writeRecordFile(folder_.path(), totem, "{}", asOf), written);
+    ASSERT_EQ(writeRecordFile(folder_.path(), totem, "{}", "earlier").outcome, written);
+    ASSERT_EQ(writeRecordFile(folder_.path(), totem, "{}", asOf).outcome, written);
     ASSERT_EQ(names().size(), 1U);
     EXPECT_EQ(parseJson(*readFile(folder_.path() / names().front()))->at("asOf"), asOf);
 }
 
 TEST_F(RecordFileTest, SaysWhyItCannotBeWrittenAndLeavesTheChainWhole) {
-    EXPECT_THAT(writeRecordFile(folder_.path() / "missing", seal("{}"), "{}", asOf),
+    EXPECT_THAT(writeRecordFile(folder_.path() / "missing", seal("{}"), "{}", asOf).outcome,
                 testing::AllOf(StartsWith("outputs: "),
                                testing::EndsWith(".totem.json: No such file or directory")));
     EXPECT_FALSE(fs::exists(folder_.path() / "missing"));
@@ -128,7 +128,7 @@ TEST_F(RecordFileTest, SaysWhyItCannotBeWrittenAndLeavesTheChainWhole) {
     const Totem taken = seal("{}");
     const fs::path name = folder_.path() / recordFileName(recordDocument(taken, "{}", asOf), taken);
     fs::create_directory(name);
-    EXPECT_THAT(writeRecordFile(folder_.path(), taken, "{}", asOf),
+    EXPECT_THAT(writeRecordFile(folder_.path(), taken, "{}", asOf).outcome,
                 testing::EndsWith("Is a directory"));
     EXPECT_TRUE(fs::is_directory(name));
     EXPECT_EQ(names().size(), 1U) << "a temporary file was left behind";
@@ -144,7 +144,7 @@ TEST_F(RecordFileTest, LeavesNothingOfAFileThatDidNotFit) {
     const std::string before = *readFile(folder_.path() / names().front());
     const std::string outcome = test::inChild([this] {
         test::limitFilesTo(64);
-        return write("{\"n\":1}") + writeRecordFile(folder_.path(), chain_.blocks()[0], "{}", "x");
+        return write("{\"n\":1}") + writeRecordFile(folder_.path(), chain_.blocks()[0], "{}", "x").outcome;
     });
     EXPECT_THAT(outcome, testing::EndsWith("File too large"));
     EXPECT_THAT(outcome, testing::Not(testing::HasSubstr(written)));

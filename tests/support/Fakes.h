@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ports/OtherPrograms.h"
 #include "ports/Ports.h"
 
 #include <deque>
@@ -71,6 +72,51 @@ public:
 
 private:
     std::deque<std::function<void()>> posted_;
+};
+
+/// Work beside the engine's thread is done in one go with what it leads to, by the event loop.
+class FakeBackground : public Background {
+public:
+    explicit FakeBackground(FakeEventLoop& loop) : loop_(loop) {}
+    void run(std::function<void()> work, std::function<void()> done) override {
+        loop_.post([work = std::move(work), done = std::move(done)] {
+            work();
+            done();
+        });
+    }
+
+private:
+    FakeEventLoop& loop_;
+};
+
+class FakePrograms : public OtherPrograms {
+public:
+    bool open(const std::filesystem::path& path) override {
+        opened.push_back(path);
+        return present;
+    }
+    bool compose(const std::string& mailto) override {
+        messages.push_back(mailto);
+        return present;
+    }
+    bool print(const std::string&, const std::filesystem::path& pdf) override {
+        printed.push_back(pdf);
+        return present;
+    }
+    std::vector<SigningKey> signingKeys() override { return keys; }
+    void sign(const SigningKey&, std::string_view, const std::string& text,
+              std::function<void(std::optional<std::string>)> done) override {
+        toSign = text;
+        signedWith = std::move(done);
+    }
+
+    bool present = true;
+    std::vector<std::filesystem::path> opened;
+    std::vector<std::string> messages;
+    std::vector<std::filesystem::path> printed;
+    std::vector<SigningKey> keys;
+    std::string toSign;
+    std::function<void(std::optional<std::string>)> signedWith;
 };
 
 class FakeAccount : public Account {

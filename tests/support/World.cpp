@@ -33,8 +33,8 @@ World::~World() = default;
 
 EngineVM& World::start() {
     stop();
-    const Ports ports{clock,         ticker,    eventLoop, account,   authentication,
-                      notifications, filePanel, pdfText,   processes, model};
+    const Ports ports{clock,     ticker,  eventLoop, account, authentication, notifications,
+                      filePanel, pdfText, processes, model,   background};
     engine_ = std::make_unique<EngineVM>(ports, directories_);
     observe();
     transcript();

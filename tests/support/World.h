@@ -60,6 +60,7 @@ public:
     FakeClock clock;
     FakeTicker ticker;
     FakeEventLoop eventLoop;
+    FakeBackground background{eventLoop};
     FakeAccount account;
     FakeAuthentication authentication;
     FakeNotifications notifications;

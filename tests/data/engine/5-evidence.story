@@ -137,13 +137,13 @@ confirm A B
 > mesh 1 met
 > readiness 75.0%
 > totems 2
-> file control-1-#1...totem.json {"ai_mapped":true,"appBlockHash":"#1","appIndex":1,"appPrev":"#0","asOf":"2026-01-31T09:15:02Z","attested_at":"2026-01-31T09:15:02Z","criterion":"A","evidence_name":"rev.md","evidence_root":"0437741a0234a0b27d22b79a1de148b98d2d6008496c310ea743aa0b86d57da8","evidence_summary":"Reviews.","firedBy":"HIPR:TouchID:present","gate_after":1,"gate_before":0,"owner":"Ada Byron","payloadRoot":"6716ebd962a66fe6352b02e8ef48a0ef45ad5c1b71644897f6e04556964a301d","presence":"HIPR:TouchID:present","readiness_after":0.75,"readiness_before":0.25,"sourceDb":"control","tip":"#0","title":"Closed A (evidence)"}
+> file control-1-#1...totem.json {"ai_mapped":true,"appBlockHash":"#1","appIndex":1,"appPrev":"#0","asOf":"2026-01-31T09:15:04Z","attested_at":"2026-01-31T09:15:04Z","criterion":"A","evidence_name":"rev.md","evidence_root":"0437741a0234a0b27d22b79a1de148b98d2d6008496c310ea743aa0b86d57da8","evidence_summary":"Reviews.","firedBy":"HIPR:TouchID:present","gate_after":1,"gate_before":0,"owner":"Ada Byron","payloadRoot":"532035fc788f5a29c2fc444cbe523f5d131bd14ea976479605cd0c2e0ff34645","presence":"HIPR:TouchID:present","readiness_after":0.75,"readiness_before":0.25,"sourceDb":"control","tip":"#0","title":"Closed A (evidence)"}
 > cite Sealed A from rev.md [0437741a0234] — readiness 25.0%→75.0% | owner Ada Byron · Apple Intelligence mapped · presence HIPR:TouchID:present
 > event {"count":1,"criterion":"A","evidence_name":"rev.md","kind":"evidence_sealed"}
 > mesh 2 met
 > readiness 100.0%
 > totems 3
-> file control-2-#2...totem.json {"ai_mapped":true,"appBlockHash":"#2","appIndex":2,"appPrev":"#1","asOf":"2026-01-31T09:15:02Z","attested_at":"2026-01-31T09:15:02Z","criterion":"B","evidence_name":"rev.md","evidence_root":"0437741a0234a0b27d22b79a1de148b98d2d6008496c310ea743aa0b86d57da8","evidence_summary":"Reviews.","firedBy":"HIPR:TouchID:present","gate_after":1,"gate_before":0.5,"owner":"Ada Byron","payloadRoot":"691439462cf8c4ccc173d4a831c834f71cd8e0d4bbfd1be864586e735eb5f860","presence":"HIPR:TouchID:present","readiness_after":1,"readiness_before":0.75,"sourceDb":"control","tip":"#1","title":"Closed B (evidence)"}
+> file control-2-#2...totem.json {"ai_mapped":true,"appBlockHash":"#2","appIndex":2,"appPrev":"#1","asOf":"2026-01-31T09:15:04Z","attested_at":"2026-01-31T09:15:04Z","criterion":"B","evidence_name":"rev.md","evidence_root":"0437741a0234a0b27d22b79a1de148b98d2d6008496c310ea743aa0b86d57da8","evidence_summary":"Reviews.","firedBy":"HIPR:TouchID:present","gate_after":1,"gate_before":0.5,"owner":"Ada Byron","payloadRoot":"e85c71c848df99e6d4eac8a7f2580f5bc5644f24839a0a7ce5622f73739164af","presence":"HIPR:TouchID:present","readiness_after":1,"readiness_before":0.75,"sourceDb":"control","tip":"#1","title":"Closed B (evidence)"}
 > cite Sealed B from rev.md [0437741a0234] — readiness 75.0%→100.0% | owner Ada Byron · Apple Intelligence mapped · presence HIPR:TouchID:present
 > event {"count":2,"criterion":"B","evidence_name":"rev.md","kind":"evidence_sealed"}
 > evidence none
