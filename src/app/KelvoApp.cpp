@@ -4,6 +4,9 @@
 #include "engine/EngineVM.h"
 #include "platform/bus/IntentService.h"
 #include "platform/desktop/DesktopNotifications.h"
+#include "platform/desktop/DesktopPrograms.h"
+#include "platform/desktop/FolderWatch.h"
+#include "platform/desktop/QtBackground.h"
 #include "platform/desktop/QtEventLoop.h"
 #include "platform/desktop/QtTicker.h"
 #include "platform/desktop/SystemAccount.h"
@@ -17,6 +20,7 @@
 #include "ui/DialogFilePanel.h"
 #include "ui/EngineView.h"
 #include "ui/MainWindow.h"
+#include "ui/ProofView.h"
 
 #include <QtQml/qqmlextensionplugin.h>
 
@@ -24,6 +28,10 @@
 #include <QFile>
 #include <QGuiApplication>
 #include <QIcon>
+#include <QQuickWindow>
+#include <QStringList>
+#include <QTimer>
+#include <chrono>
 #include <cstdio>
 #include <memory>
 #include <optional>
@@ -62,13 +70,16 @@ struct Platform {
     PopplerPdfText pdfText;
     device::DeviceProcesses processes;
     BuiltInResponder responder{groundTexts};
+    DesktopPrograms programs;
     LoopbackModel model{[this](const ModelRequest& request) { return responder.respond(request); }};
+    /// Last, so that it has ended before what its work uses.
+    QtBackground background;
 };
 
 /// The window, once one is wanted, in the desktop's preference.
 class Front {
 public:
-    explicit Front(EngineView& view) : view_(view) {
+    Front(EngineView& view, ProofView& proof) : view_(view), proof_(proof) {
         QObject::connect(&appearance_, &Appearance::changed, &appearance_, [this] { follow(); });
     }
 
@@ -76,7 +87,7 @@ public:
     /// program.
     bool show() {
         if (!window_) {
-            window_.emplace(view_);
+            window_.emplace(view_, proof_);
             follow();
         }
         window_->raise();
@@ -86,14 +97,46 @@ public:
         return false;
     }
 
+    QQuickWindow* window() const { return window_ ? window_->window() : nullptr; }
+
 private:
     void follow() {
         if (window_) window_->setDark(appearance_.dark());
     }
 
     EngineView& view_;
+    ProofView& proof_;
     Appearance appearance_;
     std::optional<MainWindow> window_;
+};
+
+/// What goes on beside the person's work: the proof is read once the window shows, compared when a
+/// folder changes, and what could not be written is written again every few seconds.
+class Upkeep {
+public:
+    Upkeep(EngineVM& engine, QQuickWindow* window)
+        : watch_(folders(engine), [&engine] { engine.compareProof(); }) {
+        retry_.callOnTimeout([&engine] { engine.keepAgain(); });
+        retry_.start(std::chrono::seconds(5));
+        const auto begin = [&engine] { engine.beginProof(); };
+        if (window == nullptr) {
+            QTimer::singleShot(0, begin);
+        } else {
+            QObject::connect(
+                window, &QQuickWindow::frameSwapped, &retry_, begin,
+                static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
+        }
+    }
+
+private:
+    static QStringList folders(const EngineVM& engine) {
+        const auto& outputs = engine.outputsDir();
+        return {QFile::decodeName(outputs.c_str()),
+                QFile::decodeName((outputs.parent_path() / "proof").c_str())};
+    }
+
+    QTimer retry_;
+    FolderWatch watch_;
 };
 
 int run(int argc, char** argv) {
@@ -119,10 +162,10 @@ int run(int argc, char** argv) {
 
     Platform platform;
     EngineVM::provideShared([&] {
-        const Ports ports{platform.clock,     platform.ticker,  platform.eventLoop,
-                          platform.account,   *authentication,  platform.notifications,
-                          platform.filePanel, platform.pdfText, platform.processes,
-                          platform.model};
+        const Ports ports{platform.clock,     platform.ticker,    platform.eventLoop,
+                          platform.account,   *authentication,    platform.notifications,
+                          platform.filePanel, platform.pdfText,   platform.processes,
+                          platform.model,     platform.background};
         const auto home = QFile::encodeName(QDir::homePath()).toStdString();
         return std::make_unique<EngineVM>(ports, Directories::below(home));
     });
@@ -135,7 +178,8 @@ int run(int argc, char** argv) {
     showModel();
     platform.model.refresh();
 
-    Front front(view);
+    ProofView proof(EngineVM::shared(), platform.programs);
+    Front front(view, proof);
     // The bus starts the program for a question, too, or to match what is typed: no window then.
     const bool byTheBus = QGuiApplication::arguments().contains(QStringLiteral("--service"));
     if (!byTheBus && !front.show()) return 1;
@@ -143,7 +187,9 @@ int run(int argc, char** argv) {
     QObject::connect(&instance, &SingleInstance::activated, &application, show);
     QObject::connect(&intents, &IntentService::appWanted, &application, show);
     intents.serve(EngineVM::shared(), platform.model);
+    const Upkeep upkeep(EngineVM::shared(), front.window());
     const int code = QGuiApplication::exec();
+    EngineVM::shared().keepAgain();
     // Its prompt's engine must not outlive the application object.
     authentication.reset();
     return code;

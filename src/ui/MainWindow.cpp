@@ -1,6 +1,7 @@
 #include "ui/MainWindow.h"
 
 #include "ui/EngineView.h"
+#include "ui/ProofView.h"
 
 #include <QGuiApplication>
 #include <QOpenGLContext>
@@ -33,9 +34,10 @@ void MainWindow::prepare() {
     QQuickStyle::setStyle(QStringLiteral("Fusion"));
 }
 
-MainWindow::MainWindow(EngineView& view) {
+MainWindow::MainWindow(EngineView& view, ProofView& proof) {
     qml_.addImportPath(QStringLiteral("qrc:/qt/qml"));
-    qml_.setInitialProperties({{QStringLiteral("engine"), QVariant::fromValue(&view)}});
+    qml_.setInitialProperties({{QStringLiteral("engine"), QVariant::fromValue(&view)},
+                               {QStringLiteral("proof"), QVariant::fromValue(&proof)}});
     qml_.load(QUrl(QStringLiteral("qrc:/qt/qml/Kelvo/Main.qml")));
     if (QQuickWindow* loaded = window()) {
         loaded->resize(openingSize().expandedTo(loaded->minimumSize()));

@@ -7,6 +7,7 @@ class QQuickWindow;
 namespace kelvo {
 
 class EngineView;
+class ProofView;
 
 /// The one window of the program over an engine.
 class MainWindow {
@@ -15,8 +16,8 @@ public:
     /// and the hints that the window counts on.
     static void prepare();
 
-    /// Loads and shows the window. The view must outlive it.
-    explicit MainWindow(EngineView& view);
+    /// Loads and shows the window. The views must outlive it.
+    MainWindow(EngineView& view, ProofView& proof);
     ~MainWindow();
     MainWindow(const MainWindow&) = delete;
     MainWindow& operator=(const MainWindow&) = delete;

@@ -4,6 +4,7 @@
 #include "base/Text.h"
 #include "graphjson/GraphJson.h"
 
+#include <set>
 #include <sstream>
 #include <stdexcept>
 
@@ -84,13 +85,26 @@ std::vector<std::string> WorldStory::happened() {
     return lines;
 }
 
-/// "outputs/x" and "project/x" below the two directories, any other name in the world's own folder.
+/// "outputs/x", "proof/x" and "project/x" below the directories, any other name in the world's own
+/// folder. A name that ends in "*" is the first that begins so.
 std::filesystem::path WorldStory::path(const std::string& name) const {
-    if (name.starts_with("outputs"))
-        return world.outputs() / name.substr(std::min<std::size_t>(8, name.size()));
-    if (name.starts_with("project"))
-        return world.project() / name.substr(std::min<std::size_t>(8, name.size()));
-    return world.root() / name;
+    namespace fs = std::filesystem;
+    const auto below = [&name](const fs::path& folder, std::size_t length) {
+        return folder / name.substr(std::min(length, name.size()));
+    };
+    fs::path whole = world.root() / name;
+    if (name.starts_with("outputs")) whole = below(world.outputs(), 8);
+    if (name.starts_with("project")) whole = below(world.project(), 8);
+    if (name.starts_with("proof")) whole = below(world.outputs().parent_path() / "proof", 6);
+    if (!name.ends_with('*')) return whole;
+    std::string beginning = whole.filename().string();
+    beginning.pop_back();
+    std::set<fs::path> found;
+    for (const auto& entry : fs::directory_iterator(whole.parent_path())) {
+        if (entry.path().filename().string().starts_with(beginning)) found.insert(entry.path());
+    }
+    if (found.empty()) throw std::runtime_error("there is no " + name);
+    return *found.begin();
 }
 
 void WorldStory::tellOfTheWorld() {
@@ -112,9 +126,21 @@ void WorldStory::tellOfTheWorld() {
         const auto space = std::min(rest.find(" is "), rest.size());
         world.write(path(rest.substr(0, space)), rest.substr(std::min(space + 4, rest.size())));
     };
+    // "edit outputs/control-1*: before => after", as with a text editor.
+    words["edit"] = [this](Rest rest) {
+        const auto colon = rest.find(": ");
+        const auto arrow = rest.find(" => ");
+        const auto file = path(rest.substr(0, colon));
+        const std::string before = rest.substr(colon + 2, arrow - colon - 2);
+        std::string bytes = readFile(file).value();
+        bytes.replace(bytes.find(before), before.size(), rest.substr(arrow + 4));
+        std::filesystem::permissions(file, std::filesystem::perms::owner_all);
+        world.write(file, bytes);
+    };
     words["stretch"] = [this](Rest rest) {
         std::filesystem::resize_file(path(wordsOf(rest)[0]), std::stoull(wordsOf(rest)[1]));
     };
+    words["folder"] = [this](Rest name) { std::filesystem::create_directories(path(name)); };
     words["remove"] = [this](Rest name) { std::filesystem::remove_all(path(name)); };
     words["choose"] = [this](Rest name) {
         world.filePanel.choice.reset();
@@ -167,6 +193,10 @@ void WorldStory::tellOfTheWorld() {
 }
 
 void WorldStory::tellOfTheEngine() {
+    words["begin"] = [this](Rest) {
+        world->beginProof();
+        world.eventLoop.drain();
+    };
     words["owner"] = [this](Rest) { world->verifyKYC("Owner"); };
     words["verify"] = [this](Rest role) { world->verifyKYC(role); };
     words["play"] = [this](Rest) { world->play(); };
@@ -289,6 +319,7 @@ void WorldStory::lookAtTheEngine() {
 }
 
 void WorldStory::lookAtTheWorld() {
+    figures["exists"] = [this](Rest name) { return yes(std::filesystem::exists(path(name))); };
     figures["files"] = [this](Rest) {
         const auto names = world.files();
         return joined({names.begin(), names.end()}, " ");

@@ -1,11 +1,14 @@
 #include "Stage.h"
 
+#include "base/Files.h"
 #include "base/Text.h"
+#include "responder/BuiltInResponder.h"
 
 #include <QtQuickTest/quicktest.h>
 
 #include <QAccessible>
 #include <QAccessibleInterface>
+#include <QCloseEvent>
 #include <QCoreApplication>
 #include <QImage>
 #include <QKeySequence>
@@ -13,8 +16,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <stdexcept>
-
-#include "responder/BuiltInResponder.h"
 
 namespace kelvo::test {
 namespace {
@@ -76,6 +77,7 @@ Stage::Stage() {
 
 Stage::~Stage() {
     main_.reset();
+    proof_.reset();
     view_.reset();
     qInstallMessageHandler(previousHandler);
 }
@@ -83,7 +85,9 @@ Stage::~Stage() {
 void Stage::open(int width, int height) {
     world.start();
     view_ = std::make_unique<EngineView>(world.engine());
-    main_ = std::make_unique<MainWindow>(*view_);
+    proof_ = std::make_unique<ProofView>(world.engine(), programs);
+    main_ = std::make_unique<MainWindow>(*view_, *proof_);
+    world->beginProof();
     if (main_->window() == nullptr) throw std::runtime_error("the window does not load");
     window().resize(width, height);
     window().requestActivate();
@@ -240,6 +244,10 @@ void Stage::tellOfThePerson() {
                               std::filesystem::copy_options::recursive |
                                   std::filesystem::copy_options::overwrite_existing);
     };
+    words["saveUnwritten"] = [this](Rest name) {
+        proof_->saveUnwritten(
+            QUrl::fromLocalFile(QString::fromStdString((world.root() / name).string())));
+    };
     words["respond"] = [this](Rest) {
         static const BuiltInResponder responder([] { return GroundTexts{}; });
         world.model.answer(responder.respond(world.model.requests.back()));
@@ -288,6 +296,22 @@ void Stage::lookAtTheWindow() {
         const QQuickItem* item = find(name);
         if (item == nullptr) return "not there";
         return item->property(rest.substr(0, rest.find(' ')).c_str()).toString().toStdString();
+    };
+    figures["closes"] = [this](Rest) {
+        QCloseEvent asked;
+        QCoreApplication::sendEvent(&window(), &asked);
+        settle();
+        return std::string(asked.isAccepted() ? "yes" : "no");
+    };
+    figures["answers"] = [this](Rest) {
+        return std::string(!proof_->answers().isEmpty() && proof_->answersHold() ? "holds"
+                                                                                 : "fails");
+    };
+    // The last file that another program was given to show.
+    figures["opened"] = [this](Rest) -> std::string {
+        if (programs.opened.empty()) return "nothing";
+        const std::filesystem::path& file = programs.opened.back();
+        return file.filename().string() + ": " + readFile(file).value_or("no file");
     };
     figures["title"] = [this](Rest) {
         const QSize least = window().minimumSize();

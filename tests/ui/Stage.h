@@ -3,6 +3,7 @@
 #include "support/WorldStory.h"
 #include "ui/EngineView.h"
 #include "ui/MainWindow.h"
+#include "ui/ProofView.h"
 
 #include <QQuickItem>
 #include <QQuickWindow>
@@ -46,6 +47,8 @@ public:
     void click(QQuickItem* item);
     void press(const QString& key);
 
+    FakePrograms programs;
+
 protected:
     void acted() override;
 
@@ -55,6 +58,7 @@ private:
     void save(const std::string& name);
 
     std::unique_ptr<EngineView> view_;
+    std::unique_ptr<ProofView> proof_;
     std::unique_ptr<MainWindow> main_;
     bool hurried_ = false; ///< the next line comes before what is due has happened
 };

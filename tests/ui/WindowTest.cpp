@@ -87,7 +87,8 @@ TEST(Size, OpensWithinTheScreenAndNothingReachesOutOfItsPaneAtTheSmallest) {
     stage.act("organisation");
     stage.act("open 860x560");
     EngineView view(stage.engine());
-    const MainWindow another(view);
+    ProofView proof(stage.engine(), stage.programs);
+    const MainWindow another(view, proof);
     const QSize screen = another.window()->screen()->availableSize();
     ASSERT_LT(screen.height(), 900) << "else nothing is shown here";
     EXPECT_LT(another.window()->height(), screen.height());

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Controls
+import QtQuick.Dialogs
 import Kelvo
 
 // The window: the model at the left, the person's workspace at the right.
@@ -7,6 +8,7 @@ ApplicationWindow {
     id: window
 
     required property EngineView engine
+    required property ProofView proof
     // The desktop prefers dark surfaces.
     property bool dark: false
 
@@ -32,6 +34,35 @@ ApplicationWindow {
         windowText: Theme.text
     }
 
+    onClosing: close => {
+        if (leaving.agreed || proof.closingQuestion === "")
+            return;
+        close.accepted = false;
+        leaving.open();
+    }
+
+    ClosingQuestion {
+        id: leaving
+
+        proof: window.proof
+
+        onLeave: window.close()
+    }
+    FolderDialog {
+        id: elsewhere
+
+        acceptLabel: "Save here"
+        title: "Save a copy elsewhere"
+
+        onAccepted: window.proof.saveUnwritten(selectedFolder)
+    }
+    Connections {
+        function onSaveWanted() {
+            elsewhere.open();
+        }
+
+        target: window.proof
+    }
     Binding {
         property: "dark"
         target: Theme
@@ -49,6 +80,12 @@ ApplicationWindow {
                 return;
             }
             left.toggle();
+        }
+
+        Keys.onEscapePressed: event => {
+            event.accepted = right.current !== "";
+            if (event.accepted)
+                right.back();
         }
 
         SplitView {
@@ -77,8 +114,11 @@ ApplicationWindow {
                 engine: window.engine
             }
             RightPane {
+                id: right
+
                 SplitView.fillWidth: true
                 engine: window.engine
+                proof: window.proof
             }
         }
     }

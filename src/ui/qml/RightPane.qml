@@ -4,219 +4,130 @@ import QtQuick.Controls
 import QtQuick.Layouts
 import Kelvo
 
-// The person's workspace.
+// The person's workspace, and the pages that lie over it. A page stays as it was left (its place,
+// what was typed) for as long as the window lives; the last one opened is on top.
 Page {
     id: pane
 
     required property EngineView engine
-    readonly property real margin: width < Theme.length(620) ? Theme.m : Theme.l
+    required property ProofView proof
+    readonly property real columnWidth: Math.min(width - 2 * Theme.margin(width), Theme.length(820))
+    // Page names, the one on top last.
+    property var opened: []
+    // A page is made when it is first opened, and kept from then on.
+    property var made: []
+    readonly property string current: opened.length > 0 ? opened[opened.length - 1] : ""
+    readonly property var titles: ({
+            "": pane.title,
+            "proof": "Proof",
+            "checkpoint": "Checkpoint",
+            "check": "Check a checkpoint"
+        })
+    // What had the focus when the first page was opened.
+    property Item opener: null
+
+    function openPage(name: string) {
+        if (name === current)
+            return;
+        if (current === "")
+            opener = pane.Window.activeFocusItem;
+        if (!made.includes(name))
+            made = made.concat([name]);
+        const at = opened.indexOf(name);
+        opened = at < 0 ? opened.concat([name]) : opened.slice(0, at + 1);
+        header.focusTitle();
+    }
+    function back() {
+        opened = opened.slice(0, -1);
+        if (current !== "")
+            header.focusTitle();
+        else if (opener)
+            opener.forceActiveFocus(Qt.OtherFocusReason);
+        else
+            pane.forceActiveFocus(Qt.OtherFocusReason);
+    }
 
     title: "Ferrow — HITL"
 
     background: Rectangle {
         color: Theme.window
     }
-    header: Item {
-        implicitHeight: Theme.length(52)
+    header: ColumnLayout {
+        id: header
 
-        RowLayout {
-            anchors.horizontalCenter: parent.horizontalCenter
-            height: parent.height
-            spacing: Theme.s
-            width: form.width
-
-            Words {
-                Accessible.role: Accessible.Heading
-                Layout.fillWidth: !work.visible
-                Layout.minimumWidth: implicitWidth
-                font.pixelSize: Theme.title
-                font.weight: Font.DemiBold
-                text: pane.title
-            }
-            Work {
-                id: work
-
-                engine: pane.engine
-            }
-            Ring {
-                Accessible.ignored: true
-                color: pane.engine.readiness >= 1 ? Theme.met : Theme.accent
-                implicitHeight: Theme.length(34)
-                implicitWidth: Theme.length(34)
-                thickness: Theme.length(5)
-                trackColor: Theme.track
-                value: pane.engine.readiness
-                visible: pane.engine.hasMesh
-
-                Behavior on value {
-                    NumberAnimation {
-                        duration: Theme.calm
-                        easing.type: Easing.OutCubic
-                    }
-                }
-            }
-            Words {
-                Accessible.name: "Readiness " + text
-                Layout.fillWidth: false
-                font.bold: true
-                font.pixelSize: Theme.figure
-                text: pane.engine.readinessText
-                visible: pane.engine.hasMesh
-            }
+        function focusTitle() {
+            head.focusTitle();
         }
-        Rectangle {
-            color: Theme.line
-            height: Theme.hairline
-            visible: !scroller.atYBeginning
-            width: parent.width
-            y: parent.height - height
+
+        spacing: 0
+
+        PaneHeader {
+            id: head
+
+            columnWidth: pane.columnWidth
+            engine: pane.engine
+            page: pane.current
+            proof: pane.proof
+            ruled: pane.current === "" && !workspace.atYBeginning
+            title: pane.titles[pane.current]
+
+            onBackPressed: pane.back()
+            onPageWanted: name => pane.openPage(name)
+        }
+        TroubleLine {
+            columnWidth: pane.columnWidth
+            proof: pane.proof
+            visible: sentence !== "" && (pane.current !== "proof" || kind === ProofView.Trouble.notice)
+
+            onPageWanted: name => pane.openPage(name)
         }
     }
 
-    Scroller {
-        id: scroller
+    Workspace {
+        id: workspace
 
         anchors.fill: parent
-        contentHeight: form.height + pane.margin + covered
-        covered: pane.engine.nextAction === "" ? 0 : reminder.height
-        objectName: "rightScroller"
+        columnWidth: pane.columnWidth
+        engine: pane.engine
+        visible: pane.current === ""
+    }
+    Section {
+        shown: pane.made.includes("proof")
 
-        ColumnLayout {
-            id: form
+        delegate: ProofPage {
+            anchors.fill: parent
+            columnWidth: pane.columnWidth
+            proof: pane.proof
+            visible: pane.current === "proof"
 
-            anchors.horizontalCenter: parent.horizontalCenter
-            spacing: Theme.m
-            width: Math.min(scroller.width - 2 * pane.margin, Theme.length(820))
-
-            Card {
-                heading: "Ask Pellum"
-                objectName: "assistantSection"
-                symbol: "apple.intelligence"
-
-                PellumAssistant {
-                    engine: pane.engine
-                }
-            }
-            Section {
-                shown: pane.engine.pending
-
-                delegate: PendingSection {
-                    engine: pane.engine
-                    objectName: "pendingSection"
-                }
-            }
-            Section {
-                shown: !pane.engine.verified
-
-                delegate: KYCSection {
-                    engine: pane.engine
-                    objectName: "kycSection"
-                }
-            }
-            Section {
-                shown: pane.engine.verified
-
-                delegate: IdentitySection {
-                    engine: pane.engine
-                    objectName: "identitySection"
-                }
-            }
-            NextActionSection {
-                id: next
-
-                engine: pane.engine
-                objectName: "nextActionSection"
-            }
-            Section {
-                shown: pane.engine.hasDraft
-
-                delegate: GeneratedDocSection {
-                    engine: pane.engine
-                    objectName: "draftSection"
-                }
-            }
-            Section {
-                shown: pane.engine.roleWork === EngineView.RoleWork.audit
-
-                delegate: AuditorVerifySection {
-                    engine: pane.engine
-                    objectName: "auditorSection"
-                }
-            }
-            Section {
-                shown: pane.engine.roleWork === EngineView.RoleWork.responsibilities
-
-                delegate: ResponsibilitiesSection {
-                    engine: pane.engine
-                    objectName: "responsibilitiesSection"
-                }
-            }
-            Section {
-                shown: pane.engine.roleWork === EngineView.RoleWork.evidence
-
-                delegate: EvidenceSection {
-                    engine: pane.engine
-                    objectName: "evidenceSection"
-                }
-            }
-            Section {
-                shown: pane.engine.roleWork === EngineView.RoleWork.evidence && pane.engine.hasMesh
-
-                delegate: ReadinessSection {
-                    engine: pane.engine
-                    objectName: "readinessSection"
-                }
-            }
-            OSSnapshotSection {
-                engine: pane.engine
-                objectName: "osSection"
-            }
-            ProvenanceSection {
-                engine: pane.engine
-                objectName: "provenanceSection"
-            }
+            onPageWanted: name => pane.openPage(name)
         }
     }
+    Section {
+        shown: pane.made.includes("checkpoint")
 
-    // The next best action stays at hand while its card is out of view.
-    Rectangle {
-        id: reminder
-
-        readonly property real cardEnd: next.y + next.height - Theme.l
-        readonly property bool away: cardEnd > scroller.contentY + scroller.height || cardEnd < scroller.contentY + next.button.height
-
-        anchors.bottom: parent.bottom
-        color: Theme.card
-        height: reminderRow.implicitHeight + 2 * Theme.m
-        visible: away && pane.engine.nextAction !== ""
-        width: parent.width
-
-        Rectangle {
-            color: Theme.line
-            height: Theme.hairline
-            width: parent.width
+        delegate: CheckpointPage {
+            anchors.fill: parent
+            columnWidth: pane.columnWidth
+            proof: pane.proof
+            visible: pane.current === "checkpoint"
         }
-        RowLayout {
-            id: reminderRow
+    }
+    Section {
+        shown: pane.made.includes("check")
 
-            anchors.centerIn: parent
-            spacing: Theme.m
-            width: form.width
-
-            Words {
-                font.weight: Font.DemiBold
-                text: pane.engine.nextTitle
-                wrapMode: Text.NoWrap
-            }
-            ActionButton {
-                large: true
-                objectName: "nextActionReminder"
-                symbol: next.label[1]
-                text: next.label[0]
-                weight: ActionButton.Prominent
-
-                onClicked: pane.engine.runNext()
-            }
+        delegate: CheckPage {
+            anchors.fill: parent
+            columnWidth: pane.columnWidth
+            proof: pane.proof
+            visible: pane.current === "check"
         }
+    }
+    Connections {
+        function onCheckpointMade() {
+            pane.openPage("checkpoint");
+        }
+
+        target: pane.proof
     }
 }

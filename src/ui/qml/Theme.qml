@@ -41,6 +41,11 @@ QtObject {
     readonly property real hairline: 1
     readonly property real focusWidth: 2
 
+    // Beside the one column of a pane.
+    function margin(paneWidth: real): real {
+        return paneWidth < length(620) ? m : l;
+    }
+
     // --- Motion ----------------------------------------------------------------------------------
     readonly property int quick: 120
     readonly property int calm: 650
