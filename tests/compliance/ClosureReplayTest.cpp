@@ -30,59 +30,6 @@ std::string record(const std::string& criterion) {
            criterion + "\"}";
 }
 
-std::string nested(std::size_t levels) {
-    return R"({"x":)" + std::string(levels, '[') + std::string(levels, ']') +
-           R"(,"sourceDb":"control","gate_after":1,"evidence_root":"ab","criterion":"A"})";
-}
-
-TEST(ClosureReader, TakesOnlyACompleteClosureAndTheLastOfRepeatedKeys) {
-    const std::pair<std::string, std::optional<std::string>> table[] = {
-        {record("CC6-access"), "CC6-access"},
-        {R"({"gate_after":1.0,"evidence_root":"x","criterion":"\u0041\/é","sourceDb":"contr\u006fl"})",
-         "A/é"},
-        {R"({"gate_after":10e-1,"evidence_root":"x","criterion":"","sourceDb":"control"})", ""},
-        {R"({"gate_after":0.5,"evidence_root":"x","criterion":"A","sourceDb":"control"})", {}},
-        {R"({"gate_after":true,"evidence_root":"x","criterion":"A","sourceDb":"control"})", {}},
-        {R"({"gate_after":"1","evidence_root":"x","criterion":"A","sourceDb":"control"})", {}},
-        {R"({"gate_after":1,"evidence_root":"","criterion":"A","sourceDb":"control"})", {}},
-        {R"({"gate_after":1,"evidence_root":7,"criterion":"A","sourceDb":"control"})", {}},
-        {R"({"gate_after":1,"evidence_root":"x","criterion":7,"sourceDb":"control"})", {}},
-        {R"({"gate_after":1,"evidence_root":"x","criterion":"A","sourceDb":"collapse"})", {}},
-        {R"({"gate_after":1,"evidence_root":"x","criterion":"A"})", {}},
-        {R"({"gate_after":1,"evidence_root":"x","sourceDb":"control"})", {}},
-        {R"({"criterion":"A","gate_after":1,"evidence_root":"x","sourceDb":"control","criterion":"B"})",
-         "B"},
-        {R"({"gate_after":1,"evidence_root":"x","criterion":"A","sourceDb":"control","gate_after":0})",
-         {}},
-        {R"({"gate_after":0,"evidence_root":"x","criterion":"A","sourceDb":"control","gate_\u0061fter":1})",
-         "A"},
-        {R"({"gate_after":1,"evidence_root":"x","criterion":"A","sourceDb":"control","criterion":null})",
-         {}},
-        {R"({"n":123456789012345678901234567890,)" + record("A").substr(1), "A"},
-        {R"({"n":1e999,)" + record("A").substr(1), {}},
-        {record("A") + " \n", "A"},
-        {record("A") + "x", {}},
-        {record("A") + record("A"), {}},
-        {"\xEF\xBB\xBF" + record("A"), {}},
-        {record("A\xFF"), {}},
-        {record("A\xED\xA0\x80"), {}},
-        {R"({"u":"\ud800",)" + record("A").substr(1), {}},
-        {"[" + record("A") + "]", {}},
-        {"{}", {}},
-        {"", {}},
-        {" ", {}},
-        {"7", {}},
-        {nested(jsonDepthLimit - 1), "A"},
-        {nested(jsonDepthLimit + 2), {}},
-        {nested(100'000), {}},
-    };
-    ClosureReader reader;
-    for (const auto& [text, criterion] : table) {
-        EXPECT_EQ(reader.closedCriterion(text), criterion) << text.substr(0, 120);
-        EXPECT_EQ(closedBySlowReading(text), criterion) << text.substr(0, 120);
-    }
-}
-
 TEST(ClosureReader, AgreesWithTheGeneralReaderOnDamagedRecords) {
     std::mt19937 random(20260131);
     const std::string whole =

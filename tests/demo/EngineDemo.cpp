@@ -29,7 +29,7 @@ public:
 
 int main() {
     std::printf("Presence is simulated in this demonstration. Nobody was asked anything.\n\n");
-    for (const auto& scene : kelvo::test::scenesIn(KELVO_STORY))
+    for (const auto& scene : kelvo::test::scenesIn(KELVO_DATA "/shows/engine"))
         kelvo::test::Told().play(scene);
     return 0;
 }

@@ -3,19 +3,10 @@
 
 #include "support/WorldStory.h"
 
-#include <gtest/gtest.h>
-
 namespace kelvo::test {
 namespace {
 
-class Engine : public testing::TestWithParam<Scene> {};
-
-TEST_P(Engine, Goes) {
-    WorldStory().tell(GetParam());
-}
-
-INSTANTIATE_TEST_SUITE_P(Scenes, Engine, testing::ValuesIn(scenesIn(KELVO_STORIES "/engine")),
-                         [](const auto& scene) { return nameOf(scene.param); });
+const int told = tellScenes<WorldStory>("Scenes", KELVO_DATA "/engine");
 
 } // namespace
 } // namespace kelvo::test

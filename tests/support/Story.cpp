@@ -1,7 +1,5 @@
 #include "support/Story.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cctype>
 #include <cstdlib>
@@ -25,10 +23,6 @@ bool fits(const std::string& line, const std::string& pattern) {
 }
 
 } // namespace
-
-void PrintTo(const Scene& scene, std::ostream* out) {
-    *out << scene.file << ": " << scene.title;
-}
 
 std::vector<Scene> scenesIn(const std::string& folder) {
     std::vector<std::filesystem::path> files;

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <functional>
 #include <map>
-#include <ostream>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace kelvo::test {
@@ -16,7 +18,6 @@ struct Scene {
     std::string title;
     std::vector<std::string> lines;
 };
-void PrintTo(const Scene& scene, std::ostream* out);
 
 /// All scenes of the files "*.story" in a folder, in the order of their names.
 std::vector<Scene> scenesIn(const std::string& folder);
@@ -50,5 +51,30 @@ protected:
     std::map<std::string, std::function<void(Rest)>> words;
     std::map<std::string, std::function<std::string(Rest)>> figures;
 };
+
+/// Scenes in which nothing happens: "? figure of what it is given = value" alone.
+class Facts : public Story {
+protected:
+    std::vector<std::string> happened() override { return {}; }
+};
+
+/// Makes each scene of a folder a test of the suite, told by a Teller of its own.
+template <class Teller>
+int tellScenes(const char* suite, const std::string& folder) {
+    class Told : public testing::Test {
+    public:
+        explicit Told(Scene scene) : scene_(std::move(scene)) {}
+        void TestBody() override { Teller().tell(scene_); }
+
+    private:
+        Scene scene_;
+    };
+    int count = 0;
+    for (const Scene& scene : scenesIn(folder)) {
+        testing::RegisterTest(suite, nameOf(scene).c_str(), nullptr, nullptr, scene.file.c_str(),
+                              ++count, [scene]() -> testing::Test* { return new Told(scene); });
+    }
+    return count;
+}
 
 } // namespace kelvo::test

@@ -16,20 +16,9 @@
 namespace kelvo::test {
 namespace {
 
-class Window : public testing::TestWithParam<Scene> {};
-
-TEST_P(Window, Shows) {
-    Stage().tell(GetParam());
-}
-
-constexpr auto title = [](const auto& scene) { return nameOf(scene.param); };
-
-INSTANTIATE_TEST_SUITE_P(Scenes, Window, testing::ValuesIn(scenesIn(KELVO_STORIES "/window")),
-                         title);
-INSTANTIATE_TEST_SUITE_P(FirstDay, Window, testing::ValuesIn(scenesIn(KELVO_STORIES "/shows/day")),
-                         title);
-INSTANTIATE_TEST_SUITE_P(Pictures, Window,
-                         testing::ValuesIn(scenesIn(KELVO_STORIES "/shows/pictures")), title);
+const int told = tellScenes<Stage>("Scenes", KELVO_DATA "/window") +
+                 tellScenes<Stage>("FirstDay", KELVO_DATA "/shows/day") +
+                 tellScenes<Stage>("Pictures", KELVO_DATA "/shows/pictures");
 
 bool isControl(const QQuickItem* item) {
     return item->inherits("QQuickAbstractButton") || item->inherits("QQuickTextField") ||

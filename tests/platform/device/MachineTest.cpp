@@ -54,7 +54,7 @@ std::pair<std::string, std::string> parted(const std::string& text, const std::s
     return {text.substr(0, at), text.substr(at + by.size())};
 }
 
-class Machines : public test::Story {
+class Machines : public test::Facts {
 public:
     Machines() {
         fresh();
@@ -62,7 +62,7 @@ public:
         // Another scene's machine, before something of it is changed.
         words["like"] = [this](Rest title) {
             fresh();
-            for (const test::Scene& scene : test::scenesIn(KELVO_MACHINES)) {
+            for (const test::Scene& scene : test::scenesIn(KELVO_DATA "/machines")) {
                 if (scene.title != title) continue;
                 for (const std::string& line : scene.lines) {
                     if (!line.starts_with('?') && !line.starts_with('#')) act(line);
@@ -125,9 +125,6 @@ public:
         };
     }
 
-protected:
-    std::vector<std::string> happened() override { return {}; }
-
 private:
     void fresh() {
         root_ = std::make_unique<test::TemporaryDirectory>();
@@ -177,14 +174,7 @@ private:
     std::string swaps_;
 };
 
-class Recorded : public testing::TestWithParam<test::Scene> {};
-
-TEST_P(Recorded, IsFoundToBeWhatItIs) {
-    Machines().tell(GetParam());
-}
-
-INSTANTIATE_TEST_SUITE_P(Machines, Recorded, testing::ValuesIn(test::scenesIn(KELVO_MACHINES)),
-                         [](const auto& scene) { return test::nameOf(scene.param); });
+const int told = test::tellScenes<Machines>("Machines", KELVO_DATA "/machines");
 
 /// Tools of which each hangs until the deadline that it was given.
 class HangingCommands : public Commands {
