@@ -7,6 +7,7 @@
 #include "compliance/RoleMap.h"
 #include "compliance/SOC2Mesh.h"
 #include "compliance/SOC2Templates.h"
+#include "graphjson/GraphJson.h"
 #include "support/SlowRecordReader.h"
 #include "support/Story.h"
 #include "support/TemporaryDirectory.h"
@@ -14,8 +15,6 @@
 #include <algorithm>
 #include <cstdlib>
 #include <sstream>
-
-#include "graphjson/GraphJson.h"
 
 namespace kelvo::test {
 namespace {

@@ -3,6 +3,8 @@
 
 #include "base/Text.h"
 #include "compliance/OSSnapshot.h"
+#include "platform/device/DeviceProcesses.h"
+#include "platform/device/Probes.h"
 #include "support/Story.h"
 #include "support/TemporaryDirectory.h"
 
@@ -13,9 +15,6 @@
 #include <cerrno>
 #include <fstream>
 #include <sstream>
-
-#include "device/DeviceProcesses.h"
-#include "device/Probes.h"
 
 namespace kelvo::device {
 namespace {
