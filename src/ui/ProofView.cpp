@@ -524,9 +524,9 @@ void ProofView::checkCheckpoint(const QString& pasted) {
         const CheckpointCheck check = kelvo::checkCheckpoint(*checkpoint, comparison());
         answersHold_ = check.holds();
         for (const CheckpointAnswer& answer : check.answers)
-            answers_.append(text(answer.sentence));
+            answers_.append(sentence(text(answer.sentence)));
         for (const std::string& words : check.notes)
-            answers_.append(text(words));
+            answers_.append(sentence(text(words)));
     }
     Q_EMIT answersChanged();
 }
