@@ -1,6 +1,5 @@
 #include "intents/KelvoIntents.h"
 
-#include "intents/IntentRequest.h"
 #include "support/World.h"
 
 #include <gmock/gmock.h>
@@ -26,31 +25,6 @@ public:
 };
 
 const std::string question = "a mass on a spring";
-
-TEST(CCFamily, IsReadByItsExactRawValueOnly) {
-    for (const CCFamily family : allCCFamilies) {
-        EXPECT_EQ(ccFamily(rawValue(family)), family);
-        EXPECT_EQ(displayName(family), rawValue(family));
-    }
-    EXPECT_EQ(rawValue(CCFamily::cc1), "CC1");
-    EXPECT_EQ(rawValue(CCFamily::cc9), "CC9");
-    for (const char* other : {"", "cc6", "CC6 ", "CC0", "CC10", "CC", "6"})
-        EXPECT_FALSE(ccFamily(other)) << other;
-    EXPECT_EQ(ccFamilyTypeName, "SOC2 control family");
-}
-
-TEST(KelvoIntents, SayWhatTheyAreFromOutside) {
-    EXPECT_EQ(AskKelvoAgentIntent::type.title, "Ask the SOC2 agent");
-    EXPECT_EQ(AskKelvoAgentIntent::type.parameterTitle, "Question");
-    EXPECT_FALSE(AskKelvoAgentIntent::type.opensApp);
-    EXPECT_EQ(AdoptFamilyIntent::type.title, "Adopt a SOC2 control family");
-    EXPECT_EQ(AdoptFamilyIntent::type.parameterTitle, "Family");
-    EXPECT_EQ(PlayKelvoIntent::type.title, "Run");
-    EXPECT_EQ(SealKelvoIntent::type.title, "Approve and save");
-    for (const Intent& intent :
-         {Intent(AdoptFamilyIntent{}), Intent(PlayKelvoIntent{}), Intent(SealKelvoIntent{})})
-        EXPECT_TRUE(typeOf(intent).opensApp);
-}
 
 TEST(AskKelvoAgentIntent, SaysTheAnswerThatCameWithoutAGraph) {
     test::World world;
@@ -200,40 +174,6 @@ TEST(KelvoIntents, WaitWhileThePersonIsAskedAndSpeakOnlyOnceTheyHaveRun) {
     EXPECT_THAT(others.text, HasSubstr("it.Running."));
     EXPECT_EQ(ask.text, "late");
     EXPECT_TRUE(*vm.running);
-}
-
-TEST(IntentRequest, ReadsWhatItWrites) {
-    for (const char* id : {"run", "approve", "adopt:CC1", "adopt:CC9", "ask:why: so?"}) {
-        const auto intent = readIntentId(id);
-        ASSERT_TRUE(intent) << id;
-        EXPECT_EQ(intentId(*intent), id);
-    }
-    for (const char* id : {"", ":", "run:", "approve:", "adopt", "adopt:", "ask:", "adopt:CC1:"})
-        EXPECT_FALSE(readIntentId(id)) << id;
-}
-
-TEST(IntentRequest, RefusesWithAReason) {
-    const std::string longest(longestQuestion, 'x');
-    EXPECT_TRUE(readIntent("ask", longest));
-    struct Case {
-        std::string name, parameter, reason;
-    };
-    for (const Case& each :
-         {Case{"ask", "", "The question is empty."},
-          Case{"ask", " \n\u2003", "The question is empty."},
-          Case{"ask", "\xff", "The question is not UTF-8 text."},
-          Case{"ask", longest + "x", "The question is longer than 8192 bytes."},
-          Case{"adopt", "CC10", "“CC10” is no control family. The families are CC1 to CC9."},
-          Case{"adopt", std::string(50, 'x'),
-               "“" + std::string(40, 'x') +
-                   "…” is no control family. The families are CC1 to CC9."},
-          Case{"run", "now", "“run” takes no parameter."},
-          Case{"approve", "CC6", "“approve” takes no parameter."},
-          Case{"seal", "", "“seal” is no intent. The intents are ask, adopt, run and approve."}}) {
-        const auto intent = readIntent(each.name, each.parameter);
-        ASSERT_FALSE(intent) << each.name << " " << each.parameter;
-        EXPECT_EQ(intent.error(), each.reason);
-    }
 }
 
 } // namespace
