@@ -203,7 +203,8 @@ private:
         for (const StoredCheckpoint& stored : result_.checkpoints) {
             for (const CheckpointBlock& block : stored.checkpoint.blocks) {
                 const auto seen = input_.state.seen.find(block.log);
-                SeenLog named = seen != input_.state.seen.end() ? seen->second : SeenLog();
+                SeenLog named;
+                if (seen != input_.state.seen.end()) named = seen->second;
                 if (named.organisation.empty()) named.organisation = block.of;
                 judgeKnown(block.log, {block.lines, block.sha256}, named, stored.fileName);
             }
@@ -226,7 +227,9 @@ private:
         if (own != nullptr && (own->end == state.before || own->end == state.after)) return;
         // Its first line may not have been written.
         if (own == nullptr && state.before.lines == 0) return;
-        judgeKnown(state.log, state.before, {{}, input_.computer, ""}, "");
+        SeenLog known;
+        known.computer = input_.computer;
+        judgeKnown(state.log, state.before, known, "");
         if (own != nullptr && !own->damagedLine &&
             own->headAt(state.before.lines) == state.before.head) {
             tell(Kind::ownLogLeft, *own);
