@@ -16,30 +16,49 @@ namespace {
 
 constexpr std::size_t largestState = std::size_t{16} << 20;
 
-/// What the project folder knows, or a new log's state where it knows nothing that can be read.
-ProofState stateAt(const std::filesystem::path& file) {
-    if (const auto text = readFile(file, largestState)) {
-        if (auto state = parseProofState(*text)) return std::move(*state);
-    }
-    return {.log = newLogId(), .before = {}, .after = {}, .seen = {}, .missed = {}};
-}
-
 } // namespace
 
 OwnLog::OwnLog(ProofFolders folders, std::string computer, const std::string& machineId)
     : folders_(std::move(folders)), computer_(std::move(computer)),
       stateFile_(proofStateFileName(machineId)),
-      lockFile_("." + stateFile_.substr(0, stateFile_.rfind('.')) + ".lock"),
-      state_(stateAt(statePath())) {
+      lockFile_("." + stateFile_.substr(0, stateFile_.rfind('.')) + ".lock") {
+    // Until the lock is taken this is only known; nothing is written, also where it is damaged.
+    (void)readState();
+    if (state_.log.empty()) state_.log = newLogId();
 }
 
 tl::expected<void, FileError> OwnLog::open() {
     if (open_) return {};
     if (auto locked = takeLock(); !locked) return locked;
     // Another program may have written it while this one waited for the lock.
-    state_ = stateAt(statePath());
+    const std::string drawn = state_.log;
+    auto known = readState();
+    if (!known && known.error().code == 0) {
+        // What was seen and missed may still be read from it by hand.
+        const auto aside = statePath().native() + ".unreadable";
+        if (::rename(statePath().c_str(), aside.c_str()) != 0) {
+            return tl::unexpected(systemError(statePath(), errno));
+        }
+        known = {};
+    }
+    if (!known) return known;
+    if (state_.log.empty()) state_.log = drawn;
     if (auto done = read(); !done) return done;
     open_ = true;
+    return {};
+}
+
+/// No error where there is none; one without a code where it is damaged.
+tl::expected<void, FileError> OwnLog::readState() {
+    const auto text = readFile(statePath(), largestState);
+    if (!text && text.error().code != ENOENT && text.error().code != ENOTDIR) {
+        return tl::unexpected(text.error());
+    }
+    state_ = {};
+    if (!text) return {};
+    auto state = parseProofState(*text);
+    if (!state) return tl::unexpected(FileError{stateFile_ + ": " + state.error()});
+    state_ = std::move(*state);
     return {};
 }
 
@@ -71,6 +90,7 @@ tl::expected<void, FileError> OwnLog::read() {
     hash_ = Sha256Stream();
     lastRun_ = 0;
     seen_ = look();
+    stale_ = true;
     SealLogReader reader;
     auto reading = reader.read(path, [this](const SealLineView& line) {
         hash_.add(line.text);
@@ -81,6 +101,7 @@ tl::expected<void, FileError> OwnLog::read() {
         if (reading.error().code != ENOENT) return tl::unexpected(reading.error());
         reading = SealLogReading{};
     }
+    stale_ = false;
     end_ = reading->end;
     goodBytes_ = reading->goodBytes;
     const bool asLeft = end_ == state_.before || end_ == state_.after;
@@ -91,7 +112,8 @@ tl::expected<void, FileError> OwnLog::read() {
 void OwnLog::leave() {
     // The place that was on the disk for certain is what is remembered of it.
     if (state_.before.lines > 0) state_.seen[state_.log] = {state_.before, computer_, {}};
-    left_ = state_.log;
+    // One that is gone, shorter or another at its beginning is told by what is remembered of it.
+    if (end_.lines > state_.after.lines) left_ = state_.log;
     state_.log = newLogId();
     state_.before = state_.after = end_ = LogPosition{};
     goodBytes_ = 0;
@@ -101,16 +123,25 @@ void OwnLog::leave() {
 }
 
 tl::expected<void, FileError> OwnLog::readUnlessUnchanged() {
-    if (look() == seen_) return {};
+    if (!stale_ && look() == seen_) return {};
     return read();
+}
+
+tl::expected<void, FileError> OwnLog::prepare() {
+    if (auto opened = open(); !opened) return opened;
+    if (auto made = makeProofFolders(folders_); !made) return made;
+    if (auto ready = readUnlessUnchanged(); !ready) return ready;
+    if (auto cut = cutTornEnd(); !cut) {
+        // Only where appending alone is allowed does the torn end stay, and the log with it.
+        if (cut.error().code != EPERM) return cut;
+        leave();
+    }
+    return {};
 }
 
 tl::expected<void, FileError> OwnLog::append(const SealFact& fact, const std::string& ts,
                                              const std::string& organisation) {
-    if (auto opened = open(); !opened) return opened;
-    if (auto made = makeProofFolders(folders_); !made) return made;
-    if (auto ready = readUnlessUnchanged(); !ready) return ready;
-    if (auto cut = cutTornEnd(); !cut) leave();
+    if (stale_) return tl::unexpected(FileError{"the log cannot be read"});
     if (end_.lines == 0) {
         const BeginLine begin{state_.log, organisation, computer_};
         if (auto begun = appendLine(begin, ts); !begun) return begun;
@@ -183,9 +214,12 @@ tl::expected<void, FileError> OwnLog::save() const {
 
 void OwnLog::remember(std::map<std::string, SeenLog> seen,
                       std::map<std::string, std::string> missed) {
-    if (seen == state_.seen && missed == state_.missed) return;
+    const bool there = open_ && !stale_ && end_ == state_.after && look() == seen_;
+    const bool settles = there && state_.before != state_.after;
+    if (seen == state_.seen && missed == state_.missed && !settles) return;
     state_.seen = std::move(seen);
     state_.missed = std::move(missed);
+    if (settles) state_.before = state_.after;
     if (open_) (void)save();
 }
 

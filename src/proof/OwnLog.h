@@ -31,25 +31,32 @@ public:
     tl::expected<void, FileError> open();
     bool isOpen() const { return open_; }
 
-    /// Appends one line in one write and flushes it; the first one is preceded by the line that
-    /// begins the log. On failure the log is as it was.
+    /// Makes the log ready for a line: reads it again where somebody else touched it, leaves it
+    /// where it is not as this computer left it, cuts a torn end off. `state().log` and `lastRun()`
+    /// are those of the log that `append` then writes to.
+    tl::expected<void, FileError> prepare();
+
+    /// After `prepare`: appends one line in one write and flushes it; the first one is preceded by
+    /// the line that begins the log. On failure the log is as it was.
     tl::expected<void, FileError> append(const SealFact& fact, const std::string& ts,
                                          const std::string& organisation);
 
     const ProofState& state() const { return state_; }
     const std::string& computer() const { return computer_; }
-    /// The log that this run left; "" where there is none.
+    /// The log that was continued elsewhere and left by this run; "" where there is none.
     const std::string& left() const { return left_; }
     /// The last run that the log tells of; 0 where there is none.
     std::int64_t lastRun() const { return lastRun_; }
 
     /// Remembers how the other logs were seen. A state that cannot be written is not lost: the next
-    /// line writes it again.
+    /// line writes it again. Once the last line was seen to be there, its absence is no crash any
+    /// more.
     void remember(std::map<std::string, SeenLog> seen, std::map<std::string, std::string> missed);
 
 private:
     std::filesystem::path statePath() const { return folders_.project / stateFile_; }
     tl::expected<void, FileError> takeLock();
+    tl::expected<void, FileError> readState();
     tl::expected<void, FileError> read();
     tl::expected<void, FileError> readUnlessUnchanged();
     tl::expected<void, FileError> appendLine(const SealFact& fact, const std::string& ts);
@@ -83,6 +90,7 @@ private:
     std::uintmax_t goodBytes_ = 0;
     Sha256Stream hash_; ///< of all good bytes
     Seen seen_;
+    bool stale_ = false; ///< the last reading failed: what is held here is not the log's end
 };
 
 } // namespace kelvo

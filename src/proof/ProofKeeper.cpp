@@ -27,7 +27,8 @@ struct Pending {
     SealedDecision decision;
     std::string recordHash;
     Unkept status;
-    std::string evidence; ///< what its line says of the evidence
+    std::string evidence;    ///< what its line says of the evidence
+    std::uint64_t place = 0; ///< in the order of the seals
     bool logged = false;
     TimePoint nextTry{}; ///< of the evidence
     std::chrono::seconds pause = firstPause;
@@ -94,7 +95,9 @@ struct ProofKeeper::State {
     std::int64_t run = 0;
     std::deque<Pending> queue;
     std::uint64_t generation = 0;
-    bool begun = false; ///< the own log was to be read
+    std::uint64_t sealed = 0;
+    std::set<std::pair<std::string, std::string>> adopted; ///< names and records, in this process
+    bool begun = false;                                    ///< the own log was to be read
 };
 
 ProofKeeper::ProofKeeper(Setup setup, const Clock& clock)
@@ -138,11 +141,12 @@ std::optional<Unkept> ProofKeeper::keep(SealedDecision decision) {
     pending.evidence = decision.evidence ? "kept" : "none";
     if (decision.draft) pending.evidence += "; draft " + sha256Hex(*decision.draft);
     pending.decision = std::move(decision);
+    const std::uint64_t place = pending.place = ++state.sealed;
     state.queue.push_back(std::move(pending));
     state.work();
-    const auto left = unkeptOf();
-    if (left.empty()) return std::nullopt;
-    return left.back();
+    // Others may still wait behind which this one was kept.
+    if (state.queue.empty() || state.queue.back().place != place) return std::nullopt;
+    return unkeptOf().back();
 }
 
 std::vector<Unkept> ProofKeeper::unkeptOf() const {
@@ -243,7 +247,8 @@ std::string ProofKeeper::State::keepRunFile(const std::optional<std::string>& by
 }
 
 tl::expected<void, FileError> ProofKeeper::State::ensureRun(const std::string& account) {
-    if (auto opened = log.open(); !opened) return opened;
+    // First, since the log may turn out not to be the one that knows of this run.
+    if (auto ready = log.prepare(); !ready) return ready;
     // A run that left its log tells the new one of itself, too.
     if (runOfLog == log.state().log) return {};
     run = log.lastRun() + 1;
@@ -314,7 +319,9 @@ tl::expected<std::size_t, FileError> ProofKeeper::adopt(const std::vector<std::s
     state.work();
     std::vector<Adoptable> records;
     for (const std::string& file : files) {
-        if (auto record = state.adoptable(file, state.clock.now())) {
+        auto record = state.adoptable(file, state.clock.now());
+        // The comparison that the person saw may be from before the last adoption.
+        if (record && !state.adopted.contains({file, sha256Hex(record->bytes)})) {
             records.push_back(std::move(*record));
         }
     }
@@ -339,6 +346,7 @@ tl::expected<std::size_t, FileError> ProofKeeper::adopt(const std::vector<std::s
         }
         if (!told && done == 0) return tl::unexpected(told.error());
         if (!told) return done;
+        state.adopted.emplace(each.file, *kept);
     }
     return records.size();
 }
@@ -421,7 +429,8 @@ ProofKeeper::makeCheckpoint(const ProofComparison& comparison) {
                             return block != nullptr && log.headAt(block->lines) != block->sha256;
                         });
         if (contradicts) continue;
-        checkpoint.blocks.push_back({log.id, log.end.lines, log.end.head, log.organisation, at});
+        checkpoint.blocks.push_back(
+            {log.id, log.end.lines, log.end.head, withControlsShown(log.organisation), at});
     }
     if (checkpoint.blocks.empty()) return failure("nothing is sealed yet");
     if (!comparison.checkpoints.empty() &&

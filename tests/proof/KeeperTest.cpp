@@ -193,7 +193,7 @@ TEST_F(Keeper, ALogThatIsNotAsItWasLeftIsToldAndNeverWrittenToAgain) {
     ada.start();
     ada.identify();
     EXPECT_EQ(*readFile(second), earlier);
-    EXPECT_THAT(ada.says(), HasSubstr("This computer's log was continued elsewhere"));
+    EXPECT_THAT(ada.says(), HasSubstr("The log of larkspur-01 is shorter than it was."));
 }
 
 TEST_F(Keeper, WhatCannotBeKeptIsToldAndKeptLater) {
