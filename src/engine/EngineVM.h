@@ -217,8 +217,9 @@ public:
     void beginProof();
     /// Compares records, logs and checkpoints anew. Calls while one is under way make one more.
     void compareProof();
-    /// Writes again what is not on the disk or not in the proof.
-    void keepAgain();
+    /// Writes again what is not on the disk or not in the proof; `now` without the pauses that
+    /// large evidence is given.
+    void keepAgain(bool now = false);
     /// Writes what is not on the disk into another folder, too.
     tl::expected<void, FileError> saveUnwritten(const std::filesystem::path& folder) const;
 

@@ -64,12 +64,12 @@ void EngineVM::showUnkept() {
     unwritten.set(unwritten_.entries());
 }
 
-void EngineVM::keepAgain() {
+void EngineVM::keepAgain(bool now) {
     if (unwritten_.entries().empty() && keeper_->unkept().empty()) return;
     const std::vector<SealedRecord> written = unwritten_.retry();
     for (const SealedRecord& record : written)
         log_.e("record_written", {{"file", record.file}});
-    const bool kept = keeper_->retry();
+    const bool kept = keeper_->retry(!now);
     showUnkept();
     if (kept || !written.empty()) compareProof();
 }

@@ -43,6 +43,13 @@ struct Adoptable {
     RebuiltRecord record;
 };
 
+/// What a line says of evidence that is in the vault.
+std::string keptWords(const SealedDecision& decision) {
+    std::string words = decision.evidence ? "kept" : "none";
+    if (decision.draft) words += "; draft " + sha256Hex(*decision.draft);
+    return words;
+}
+
 tl::unexpected<FileError> failure(std::string words) {
     return tl::unexpected(FileError{std::move(words)});
 }
@@ -73,9 +80,9 @@ struct ProofKeeper::State {
 
     /// Puts into the vault what is not there, and the lines into the log as far as they can be
     /// written. True when something was kept.
-    bool work();
+    bool work(bool patient = true);
     bool keepBytes(Pending& pending);
-    bool keepEvidence(Pending& pending);
+    bool keepEvidence(Pending& pending, bool patient);
     bool writeLine(Pending& pending);
     tl::expected<void, FileError> append(const SealFact& fact);
     tl::expected<void, FileError> ensureRun(const std::string& account);
@@ -138,8 +145,7 @@ std::optional<Unkept> ProofKeeper::keep(SealedDecision decision) {
                       .record = true,
                       .evidence = decision.evidence.has_value()};
     pending.recordHash = sha256Hex(decision.record);
-    pending.evidence = decision.evidence ? "kept" : "none";
-    if (decision.draft) pending.evidence += "; draft " + sha256Hex(*decision.draft);
+    pending.evidence = keptWords(decision);
     pending.decision = std::move(decision);
     const std::uint64_t place = pending.place = ++state.sealed;
     state.queue.push_back(std::move(pending));
@@ -164,20 +170,20 @@ std::vector<Unkept> ProofKeeper::unkept() const {
     return unkeptOf();
 }
 
-bool ProofKeeper::retry() {
+bool ProofKeeper::retry(bool patient) {
     const std::scoped_lock lock(state_->mutex);
-    const bool kept = state_->work();
+    const bool kept = state_->work(patient);
     if (kept) ++state_->generation;
     return kept;
 }
 
 // --- The queue ---------------------------------------------------------------------------------
 
-bool ProofKeeper::State::work() {
+bool ProofKeeper::State::work(bool patient) {
     bool kept = false;
     for (Pending& each : queue) {
         if (each.status.record) kept = keepBytes(each) || kept;
-        if (each.status.evidence) kept = keepEvidence(each) || kept;
+        if (each.status.evidence) kept = keepEvidence(each, patient) || kept;
     }
     // In the order of the seals: behind one that cannot be written, none is.
     for (Pending& each : queue) {
@@ -197,13 +203,13 @@ bool ProofKeeper::State::keepBytes(Pending& pending) {
     return fault.has_value();
 }
 
-bool ProofKeeper::State::keepEvidence(Pending& pending) {
+bool ProofKeeper::State::keepEvidence(Pending& pending, bool patient) {
     const TimePoint moment = clock.now();
-    if (moment < pending.nextTry) return false;
+    if (patient && moment < pending.nextTry) return false;
     const auto kept = vault.keep(*pending.decision.evidence);
     pending.status.evidence = !kept;
     if (kept) {
-        if (!pending.logged && pending.evidence.starts_with("not kept")) pending.evidence = "kept";
+        if (!pending.logged) pending.evidence = keptWords(pending.decision);
         return true;
     }
     pending.nextTry = moment + pending.pause;

@@ -82,8 +82,9 @@ public:
     /// What is still to be kept, oldest first.
     std::vector<Unkept> unkept() const;
 
-    /// Tries again. True when something was kept.
-    bool retry();
+    /// Tries again. True when something was kept. While it is `patient`, evidence that has no room
+    /// is tried again after growing pauses only: each try hashes the file.
+    bool retry(bool patient = true);
 
     /// What a comparison of now needs.
     ProofInput input(std::optional<std::set<std::string>> replayed) const;

@@ -358,7 +358,7 @@ void ProofView::runAction(int row, int action) {
             case ProofCard::Action::openFolder:
                 return openFolder();
             case ProofCard::Action::retry:
-                return engine_.keepAgain();
+                return engine_.keepAgain(true);
             case ProofCard::Action::saveElsewhere:
                 return saveWanted();
             case ProofCard::Action::supply:
