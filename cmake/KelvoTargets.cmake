@@ -32,5 +32,5 @@ function(kelvo_test name)
   target_link_libraries(test_${name} PRIVATE kelvo_flags ${ARG_LINKS} GTest::gmock GTest::gtest
                                              GTest::gtest_main)
   gtest_discover_tests(test_${name} TEST_PREFIX "${name}." DISCOVERY_MODE PRE_TEST
-                       PROPERTIES TIMEOUT 300)
+                       PROPERTIES TIMEOUT 60)
 endfunction()
