@@ -67,3 +67,30 @@ picture engineer-tasks
 verify Auditor
 scroll auditorSection
 picture auditor
+
+== The proof, whole and with trouble
+organisation
+start
+begin
+owner
+write access review.txt is every account was matched
+choose access review.txt
+closeGap CC6-access
+stop
+hours 24
+open
+owner
+press Ctrl+2
+picture proof-whole-1440x900
+remove outputs/control-1*
+verify Owner
+picture proof-trouble-1440x900
+resize 860x560
+picture proof-trouble-860x560
+press Escape
+picture trouble-line-860x560
+press Ctrl+2
+click Restore
+click makeCheckpoint
+resize 1440x900
+picture checkpoint-1440x900
