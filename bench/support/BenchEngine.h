@@ -21,11 +21,10 @@ public:
         std::filesystem::create_directories(directories_.project);
         if (criteria > 0) writeMesh(criteria);
         if (chatLines > 0) writeChat(chatLines);
-        engine_ =
-            std::make_unique<EngineVM>(Ports{clock_, ticker, eventLoop, account_, authentication_,
-                                             notifications_, panel_, pdf_, processes_, model,
-                                             background_},
-                                       directories_);
+        engine_ = std::make_unique<EngineVM>(Ports{clock_, ticker, eventLoop, account_,
+                                                   authentication_, notifications_, panel_, pdf_,
+                                                   processes_, model, background_},
+                                             directories_);
         observe(engine_->t, engine_->risk, engine_->rate, engine_->stateLine, engine_->status,
                 engine_->agentNBA, engine_->humanNBA, engine_->citations, engine_->chat);
     }

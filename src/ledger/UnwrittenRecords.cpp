@@ -29,7 +29,8 @@ std::vector<SealedRecord> UnwrittenRecords::retry() {
 tl::expected<void, FileError>
 UnwrittenRecords::saveCopies(const std::filesystem::path& folder) const {
     for (const Entry& entry : entries_) {
-        if (auto saved = writeFileAtomically(folder / entry.record.file, entry.record.bytes); !saved)
+        if (auto saved = writeFileAtomically(folder / entry.record.file, entry.record.bytes);
+            !saved)
             return saved;
     }
     return {};

@@ -94,7 +94,8 @@ TEST_F(RecordFileTest, IsWrittenForAPayloadThatIsNoObjectButNotWithoutAJsonForm)
     }
     EXPECT_EQ(names().size(), 5U);
     const Totem noText = chain_.append("{}", "\xFF", "HIPR:TouchID:present", asOf);
-    EXPECT_EQ(writeRecordFile(folder_.path(), noText, "{}", asOf).outcome, "outputs: encode-failed");
+    EXPECT_EQ(writeRecordFile(folder_.path(), noText, "{}", asOf).outcome,
+              "outputs: encode-failed");
     EXPECT_EQ(names().size(), 5U);
 }
 
@@ -144,7 +145,8 @@ TEST_F(RecordFileTest, LeavesNothingOfAFileThatDidNotFit) {
     const std::string before = *readFile(folder_.path() / names().front());
     const std::string outcome = test::inChild([this] {
         test::limitFilesTo(64);
-        return write("{\"n\":1}") + writeRecordFile(folder_.path(), chain_.blocks()[0], "{}", "x").outcome;
+        return write("{\"n\":1}") +
+               writeRecordFile(folder_.path(), chain_.blocks()[0], "{}", "x").outcome;
     });
     EXPECT_THAT(outcome, testing::EndsWith("File too large"));
     EXPECT_THAT(outcome, testing::Not(testing::HasSubstr(written)));
