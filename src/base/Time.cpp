@@ -39,6 +39,10 @@ std::optional<TimePoint> parseIso8601(std::string_view text) {
     const int minute = number(14, 2);
     const int second = number(17, 2);
     if (!date.ok() || hour > 23 || minute > 59 || second > 59) return std::nullopt;
+    // The clock counts nanoseconds in 64 bits, which ends in 2262.
+    constexpr int firstYear = 1678;
+    constexpr int lastYear = 2261;
+    if (int{date.year()} < firstYear || int{date.year()} > lastYear) return std::nullopt;
     return sys_days{date} + hours{hour} + minutes{minute} + seconds{second};
 }
 

@@ -12,7 +12,8 @@ using TimePoint = std::chrono::system_clock::time_point;
 /// ISO 8601 internet date-time in UTC with whole seconds, fractions cut off: 2026-01-31T09:15:02Z.
 std::string iso8601(TimePoint moment);
 
-/// Reads that one form; none for anything else, also for a day that no month has.
+/// Reads that one form; none for anything else, also for a day that no month has, or a year
+/// that the clock cannot count to (before 1678, after 2261).
 std::optional<TimePoint> parseIso8601(std::string_view text);
 
 } // namespace kelvo

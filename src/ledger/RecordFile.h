@@ -24,6 +24,8 @@ std::string recordFileName(const Json& document, const Totem& totem);
 struct SealedRecord {
     std::string file; ///< name in the outputs folder
     std::string bytes;
+
+    bool operator==(const SealedRecord&) const = default;
 };
 
 /// What became of the writing of a record.

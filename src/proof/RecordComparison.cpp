@@ -235,12 +235,14 @@ std::vector<RaisedLevel> raisedLevels(const ProofFolders& folders, const std::st
     const auto now = readFile(folders.outputs / "soc2-mesh-bondgraph.json", largestGraph);
     if (!kept || !now) return raised;
     const auto before = levelsIn(*kept);
-    for (const auto& [criterion, level] : levelsIn(*now)) {
+    for (const auto& each : levelsIn(*now)) {
+        const std::string& criterion = each.first;
+        const double level = each.second;
         const auto was = before.find(criterion);
         const double from = was == before.end() ? 0 : was->second;
         const bool closed =
-            std::any_of(decisions.begin(), decisions.end(), [&](const LoggedDecision& each) {
-                return each.closes && each.criterion == criterion;
+            std::any_of(decisions.begin(), decisions.end(), [&](const LoggedDecision& decision) {
+                return decision.closes && decision.criterion == criterion;
             });
         if (level > from && !closed) raised.push_back({criterion, from, level});
     }
