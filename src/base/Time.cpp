@@ -46,4 +46,16 @@ std::optional<TimePoint> parseIso8601(std::string_view text) {
     return sys_days{date} + hours{hour} + minutes{minute} + seconds{second};
 }
 
+std::string isoDay(Day day) {
+    return iso8601(day).substr(0, 10);
+}
+
+std::optional<Day> parseIsoDay(std::string_view text) {
+    constexpr std::size_t length = 10;
+    if (text.size() != length) return std::nullopt;
+    const auto moment = parseIso8601(std::string(text) + "T00:00:00Z");
+    if (!moment) return std::nullopt;
+    return std::chrono::floor<std::chrono::days>(*moment);
+}
+
 } // namespace kelvo

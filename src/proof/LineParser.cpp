@@ -202,7 +202,7 @@ PayloadFacts LineParser::payloadFacts(std::string_view json) {
     if (!object) return facts;
     facts.isObject = true;
     double gate = 0;
-    const std::array<std::pair<std::string_view, std::string_view*>, 9> texts = {{
+    const std::array<std::pair<std::string_view, std::string_view*>, 12> texts = {{
         {"sourceDb", &facts.sourceDb},
         {"criterion", &facts.criterion},
         {"evidence_root", &facts.evidenceRoot},
@@ -212,12 +212,23 @@ PayloadFacts LineParser::payloadFacts(std::string_view json) {
         {"about", &facts.about},
         {"graph_after", &facts.graphAfter},
         {"asOf", &facts.asOf},
+        {"firedBy", &facts.firedBy},
+        {"owner", &facts.owner},
+        {"attested_at", &facts.attestedAt},
+    }};
+    const std::array<std::pair<std::string_view, bool*>, 3> flags = {{
+        {"attested", &facts.attested},
+        {"os_attested", &facts.device},
+        {"generated", &facts.generated},
     }};
     for (const auto& [key, value] : *object) {
         if (key == "kyc") facts.identity = true;
         if (key == "gate_after" && value.get_double().get(gate) != simdjson::SUCCESS) gate = 0;
         for (const auto& [name, into] : texts) {
             if (key == name && value.get_string().get(*into) != simdjson::SUCCESS) *into = {};
+        }
+        for (const auto& [name, into] : flags) {
+            if (key == name && value.get_bool().get(*into) != simdjson::SUCCESS) *into = false;
         }
     }
     if (facts.sourceDb.empty()) facts.sourceDb = "collapse";

@@ -28,6 +28,12 @@ struct PayloadFacts {
     std::string_view about;      ///< of a note: the block that it speaks of
     std::string_view graphAfter; ///< of a changed organisation: the graph's SHA-256
     std::string_view asOf;       ///< of a record file
+    std::string_view firedBy;    ///< of a record file
+    std::string_view owner;
+    std::string_view attestedAt;
+    bool attested = false;  ///< somebody's word
+    bool device = false;    ///< a reading of the device
+    bool generated = false; ///< an approved policy
 };
 
 /// Reads lines and payloads one after the other, with memory that is used again. Nothing that is

@@ -40,6 +40,7 @@ public:
         judgeGraph();
         compareRecords(input_, reading_, waiting_, result_);
         count();
+        stand();
         finish();
         return std::move(result_);
     }
@@ -315,6 +316,14 @@ private:
                 last == nullptr ? nullptr : last->checkpoint.blockOf(decision.log);
             if (block == nullptr || decision.line > block->lines) ++result_.sinceCheckpoint;
         }
+    }
+
+    void stand() {
+        const auto moment = parseIso8601(input_.now);
+        const Day today = moment ? std::chrono::floor<std::chrono::days>(*moment) : Day();
+        auto criteria = input_.graph ? readCriteria(*input_.graph) : Criteria();
+        result_.standing =
+            standingOf(std::move(criteria).value_or(Criteria()), result_.decisions, today);
     }
 
     void finish() {

@@ -2,11 +2,13 @@
 
 #include "base/Sha256.h"
 #include "proof/Checkpoint.h"
+#include "proof/Decisions.h"
 #include "proof/ProofFolders.h"
 #include "proof/ProofState.h"
 
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
@@ -30,6 +32,8 @@ struct ProofInput {
     std::string left;
     /// The keeper's count of changes when this was made, see `ProofKeeper::take`.
     std::uint64_t generation = 0;
+    /// The readiness graph as this run read it; none where it could not be read.
+    std::shared_ptr<const std::string> graph{};
 };
 
 /// A log as it was read.
@@ -60,41 +64,6 @@ struct ComparedLog {
     bool whole() const { return !damagedLine; }
     /// The hash of the first `lines` lines; none where it has fewer.
     std::optional<std::string> headAt(std::int64_t lines) const;
-};
-
-/// One decision of any log that belongs.
-struct LoggedDecision {
-    enum class Evidence {
-        none,     ///< the decision has none
-        kept,     ///< a file of its name is in the vault
-        notKept,  ///< the line says so, and nobody supplied it since
-        arriving, ///< another computer's, not here yet
-        gone,     ///< the line says kept, and it is not there
-    };
-
-    std::string log;       ///< id
-    std::int64_t line = 0; ///< counted from 1
-    std::string computer;
-    bool own = false;
-    bool adopted = false;
-    bool repeated =
-        false; ///< adopted although another line has the same record; counts for nothing
-    bool withdrawn = false; ///< a later note takes it back
-    std::string time;       ///< its place in the order of all decisions
-    std::string ts;         ///< of the line
-    std::string account;
-    std::string approved; ///< the sentence
-    std::string file;     ///< the record's name
-    std::string record;   ///< SHA-256 of its bytes
-    std::string block;
-    std::string kind; ///< the record's "sourceDb"; "identity", or "collapse" without any
-    std::string criterion;
-    bool closes = false;      ///< raises the criterion as the start-up replay has it
-    bool byStatement = false; ///< evidence is a text that the record itself holds
-    std::string evidenceRoot;
-    std::string evidenceName;
-    Evidence evidence = Evidence::none;
-    std::string reason; ///< why it was not kept
 };
 
 /// One member of a changed record; none where it is absent.
@@ -177,6 +146,8 @@ struct ProofComparison {
     std::int64_t sinceCheckpoint = 0;
     std::optional<std::string> lastCheckpoint; ///< its time
     std::int64_t countedUnlisted = 0;          ///< records that readiness counts and no log knows
+
+    ProofStanding standing; ///< its closings are places in `decisions`
 
     /// For the keeper: what to remember until the next time.
     std::map<std::string, SeenLog> seen;

@@ -86,7 +86,7 @@ struct ProofKeeper::State {
     bool writeLine(Pending& pending);
     tl::expected<void, FileError> append(const SealFact& fact);
     tl::expected<void, FileError> ensureRun(const std::string& account);
-    std::string keepRunFile(const std::optional<std::string>& bytes);
+    std::string keepRunFile(const std::shared_ptr<const std::string>& bytes);
     std::optional<Adoptable> adoptable(const std::string& file, TimePoint latest) const;
     std::string adoptedEvidence(const RebuiltRecord& record);
 
@@ -95,8 +95,8 @@ struct ProofKeeper::State {
     mutable std::mutex mutex; ///< guards all that follows
     OwnLog log;
     Vault vault;
-    std::optional<std::string> graph;
-    std::optional<std::string> roles;
+    std::shared_ptr<const std::string> graph; ///< shared with comparisons on other threads
+    std::shared_ptr<const std::string> roles;
     std::string organisation;
     std::string runOfLog; ///< the log that knows of this run
     std::int64_t run = 0;
@@ -120,8 +120,11 @@ Vault& ProofKeeper::vault() {
 void ProofKeeper::runFiles(std::optional<std::string> graph, std::optional<std::string> roles) {
     const std::scoped_lock lock(state_->mutex);
     if (graph) state_->organisation = LineParser().organisationOf(*graph);
-    state_->graph = std::move(graph);
-    state_->roles = std::move(roles);
+    const auto shared = [](std::optional<std::string>& bytes) {
+        return bytes ? std::make_shared<const std::string>(std::move(*bytes)) : nullptr;
+    };
+    state_->graph = shared(graph);
+    state_->roles = shared(roles);
 }
 
 void ProofKeeper::readOwnLog() {
@@ -245,7 +248,7 @@ tl::expected<void, FileError> ProofKeeper::State::append(const SealFact& fact) {
     return appended;
 }
 
-std::string ProofKeeper::State::keepRunFile(const std::optional<std::string>& bytes) {
+std::string ProofKeeper::State::keepRunFile(const std::shared_ptr<const std::string>& bytes) {
     if (!bytes) return "";
     // One that cannot be kept now is told by its hash alone, and kept by a later run.
     (void)vault.keep(*bytes);
@@ -279,7 +282,8 @@ ProofInput ProofKeeper::input(std::optional<std::set<std::string>> replayed) con
                      .pending = {},
                      .replayed = std::move(replayed),
                      .left = state.log.left(),
-                     .generation = state.generation};
+                     .generation = state.generation,
+                     .graph = state.graph};
     for (const Pending& each : state.queue) {
         if (!each.logged) input.pending.insert(each.decision.file);
     }

@@ -123,6 +123,7 @@ void ProofReading::readDecision(const SealLineView& line, const DecisionLine& fa
     decision.log = into.log.id;
     decision.line = line.seq + 1;
     decision.computer = into.log.computer;
+    decision.run = fact.run;
     decision.adopted = fact.adopted;
     decision.ts = line.ts;
     decision.account = fact.account;
@@ -133,6 +134,18 @@ void ProofReading::readDecision(const SealLineView& line, const DecisionLine& fa
     decision.kind = facts.identity ? std::string_view("identity") : facts.sourceDb;
     decision.criterion = facts.criterion;
     decision.closes = facts.closes;
+    decision.owner = facts.owner;
+    decision.attestedAt = facts.attestedAt;
+    if (facts.attested) {
+        decision.means = LoggedDecision::Means::attestation;
+    } else if (facts.device) {
+        decision.means = LoggedDecision::Means::device;
+    } else if (facts.generated) {
+        decision.means = LoggedDecision::Means::policy;
+    }
+    if (auto further = readFurtherSeal(facts.sourceDb, line.payload)) {
+        decision.further = std::make_shared<const FurtherSeal>(std::move(*further));
+    }
     decision.evidenceRoot = facts.evidenceRoot;
     decision.evidenceName = facts.evidenceName;
     decision.byStatement = !facts.evidenceSummary.empty() &&

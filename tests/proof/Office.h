@@ -29,7 +29,7 @@ struct Office {
         return file;
     }
 
-    const std::string graph = R"({"organisation":"Larkspur","nodes":[]})";
+    std::string graph = R"({"organisation":"Larkspur","nodes":[]})";
     TemporaryDirectory directory;
     FakeClock clock;
 };
