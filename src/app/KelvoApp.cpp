@@ -1,5 +1,6 @@
 // The composition root: the real platform behind every port, the one engine, the one window.
 
+#include "app/SampleOrganisation.h"
 #include "app/SingleInstance.h"
 #include "engine/EngineVM.h"
 #include "platform/bus/IntentService.h"
@@ -17,6 +18,7 @@
 #include "platform/presence/PamAuthentication.h"
 #include "responder/BuiltInResponder.h"
 #include "ui/Appearance.h"
+#include "ui/BeginView.h"
 #include "ui/DialogFilePanel.h"
 #include "ui/EngineView.h"
 #include "ui/MainWindow.h"
@@ -79,7 +81,8 @@ struct Platform {
 /// The window, once one is wanted, in the desktop's preference.
 class Front {
 public:
-    Front(EngineView& view, ProofView& proof) : view_(view), proof_(proof) {
+    Front(EngineView& view, ProofView& proof, BeginView& begin)
+        : view_(view), proof_(proof), begin_(begin) {
         QObject::connect(&appearance_, &Appearance::changed, &appearance_, [this] { follow(); });
     }
 
@@ -87,7 +90,7 @@ public:
     /// program.
     bool show() {
         if (!window_) {
-            window_.emplace(view_, proof_);
+            window_.emplace(view_, proof_, begin_);
             follow();
         }
         window_->raise();
@@ -106,6 +109,7 @@ private:
 
     EngineView& view_;
     ProofView& proof_;
+    BeginView& begin_;
     Appearance appearance_;
     std::optional<MainWindow> window_;
 };
@@ -114,16 +118,19 @@ private:
 /// folder changes, and what could not be written is written again every few seconds.
 class Upkeep {
 public:
-    Upkeep(EngineVM& engine, QQuickWindow* window)
-        : watch_(folders(engine), [&engine] { engine.compareProof(); }) {
+    Upkeep(EngineVM& engine, BeginView& begin, QQuickWindow* window)
+        : watch_(folders(engine), [&engine, &begin] {
+              begin.look();
+              engine.compareProof();
+          }) {
         retry_.callOnTimeout([&engine] { engine.keepAgain(); });
         retry_.start(std::chrono::seconds(5));
-        const auto begin = [&engine] { engine.beginProof(); };
+        const auto compare = [&engine] { engine.beginProof(); };
         if (window == nullptr) {
-            QTimer::singleShot(0, begin);
+            QTimer::singleShot(0, compare);
         } else {
             QObject::connect(
-                window, &QQuickWindow::frameSwapped, &retry_, begin,
+                window, &QQuickWindow::frameSwapped, &retry_, compare,
                 static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
         }
     }
@@ -151,7 +158,11 @@ int run(int argc, char** argv) {
 
     // Its objects come before the name, by which callers find them.
     IntentService intents(applicationId);
-    SingleInstance instance(applicationId);
+    // A look at the sample goes on beside the person's own window, in a folder of its own.
+    const std::optional<QString> sample = sampleFolder(QGuiApplication::arguments());
+    SingleInstance instance(sample ? applicationId + QStringLiteral(".Sample") +
+                                         QString::number(QCoreApplication::applicationPid())
+                                   : applicationId);
     if (!instance.isFirst()) {
         instance.activateFirst();
         return 0;
@@ -166,7 +177,7 @@ int run(int argc, char** argv) {
                           platform.account,   *authentication,    platform.notifications,
                           platform.filePanel, platform.pdfText,   platform.processes,
                           platform.model,     platform.background};
-        const auto home = QFile::encodeName(QDir::homePath()).toStdString();
+        const auto home = QFile::encodeName(sample.value_or(QDir::homePath())).toStdString();
         return std::make_unique<EngineVM>(ports, Directories::below(home));
     });
     Notify(platform.notifications).requestAuth();
@@ -179,7 +190,11 @@ int run(int argc, char** argv) {
     platform.model.refresh();
 
     ProofView proof(EngineVM::shared(), platform.programs);
-    Front front(view, proof);
+    BeginView begin(EngineVM::shared(), {.filePanel = platform.filePanel,
+                                         .programs = platform.programs,
+                                         .account = platform.account.fullName(),
+                                         .openSample = openSampleOrganisation});
+    Front front(view, proof, begin);
     // The bus starts the program for a question, too, or to match what is typed: no window then.
     const bool byTheBus = QGuiApplication::arguments().contains(QStringLiteral("--service"));
     if (!byTheBus && !front.show()) return 1;
@@ -187,7 +202,7 @@ int run(int argc, char** argv) {
     QObject::connect(&instance, &SingleInstance::activated, &application, show);
     QObject::connect(&intents, &IntentService::appWanted, &application, show);
     intents.serve(EngineVM::shared(), platform.model);
-    const Upkeep upkeep(EngineVM::shared(), front.window());
+    const Upkeep upkeep(EngineVM::shared(), begin, front.window());
     const int code = QGuiApplication::exec();
     EngineVM::shared().keepAgain();
     // Its prompt's engine must not outlive the application object.

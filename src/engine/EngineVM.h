@@ -153,6 +153,9 @@ public:
 
     // --- Readiness and gaps (Readiness.cpp, GapClosing.cpp) --------------------------------------
 
+    /// Reads readiness graph and role map as at the start, where no graph has been read yet; what
+    /// cannot be read is told as there. A graph that was read stays for the whole run.
+    void readAgain();
     /// Closes one criterion with an evidence file and a presence check.
     void closeGap(const std::string& criterion);
     /// Recomputes both cards.

@@ -31,6 +31,21 @@ void EngineVM::loadMesh() {
     proposeNBA();
 }
 
+void EngineVM::readAgain() {
+    if (deferred([this] { readAgain(); })) return;
+    if (*mesh) return;
+    loadMesh();
+    if (!*mesh) return;
+    if (!*roleMap) loadRoleMap();
+    rememberFiles();
+    const std::size_t count = (*mesh)->nodes.size();
+    status.set(std::to_string(count) +
+               (count == 1 ? " criterion is ready." : " criteria are ready.") +
+               (*principal ? "" : " Verify who you are to begin."));
+    proposeNBA();
+    compareProof();
+}
+
 int EngineVM::metCount() const {
     return *mesh ? (*mesh)->metCount() : 0;
 }

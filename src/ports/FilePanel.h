@@ -7,7 +7,7 @@
 
 namespace kelvo {
 
-enum class ContentType { pdf, plainText, text, json };
+enum class ContentType { pdf, plainText, text, json, csv };
 
 struct FilePanelRequest {
     std::string prompt;                 ///< the button that accepts the choice

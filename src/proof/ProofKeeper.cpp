@@ -125,6 +125,8 @@ void ProofKeeper::runFiles(std::optional<std::string> graph, std::optional<std::
     };
     state_->graph = shared(graph);
     state_->roles = shared(roles);
+    // What is decided from now on rests on these files, which the log has not been told of.
+    state_->runOfLog.clear();
 }
 
 void ProofKeeper::readOwnLog() {

@@ -68,7 +68,8 @@ public:
     Vault& vault();
 
     /// The readiness graph and the role map as this run read them; none where one could not be
-    /// read. To be called before the first seal.
+    /// read. To be called before the first seal; called later, the next seal begins a run of its
+    /// own in the log.
     void runFiles(std::optional<std::string> graph, std::optional<std::string> roles);
 
     /// Takes the lock, reads the own log and writes the lines that wait for it. For another thread

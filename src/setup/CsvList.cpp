@@ -108,7 +108,7 @@ private:
                             .line = record.line};
         readWeight(record, row);
         readLevel(record, row);
-        readWord(record, "frequency", frequency, row.due);
+        readWord(record, "frequency", recurrence, row.due);
         readWord(record, "close", closeBy, row.close);
         list_.rows.push_back(std::move(row));
     }

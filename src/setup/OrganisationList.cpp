@@ -17,27 +17,27 @@ constexpr std::size_t longestCell = std::size_t{64} << 10;
 constexpr std::size_t longestId = 64;
 constexpr std::int64_t largestWeight = 1000;
 
-struct FrequencyWords {
-    Frequency frequency;
+struct RecurrenceWords {
+    Recurrence recurrence;
     std::string_view file;
     std::string_view due;
 };
 
-constexpr std::array<FrequencyWords, 8> frequencies{{
-    {Frequency::once, "once", "once"},
-    {Frequency::annual, "annual", "yearly"},
-    {Frequency::semiannual, "semiannual", "half-yearly"},
-    {Frequency::quarterly, "quarterly", "quarterly"},
-    {Frequency::monthly, "monthly", "monthly"},
-    {Frequency::weekly, "weekly", "weekly"},
-    {Frequency::daily, "daily", "daily"},
-    {Frequency::event, "event", "each time"},
+constexpr std::array<RecurrenceWords, 8> recurrences{{
+    {Recurrence::once, "once", "once"},
+    {Recurrence::annual, "annual", "yearly"},
+    {Recurrence::semiannual, "semiannual", "half-yearly"},
+    {Recurrence::quarterly, "quarterly", "quarterly"},
+    {Recurrence::monthly, "monthly", "monthly"},
+    {Recurrence::weekly, "weekly", "weekly"},
+    {Recurrence::daily, "daily", "daily"},
+    {Recurrence::event, "event", "each time"},
 }};
 
 constexpr std::array<std::string_view, 3> closings{"attest", "os", "generate"};
 
-const FrequencyWords& wordsOf(Frequency frequency) {
-    return frequencies.at(static_cast<std::size_t>(frequency));
+const RecurrenceWords& wordsOf(Recurrence recurrence) {
+    return recurrences.at(static_cast<std::size_t>(recurrence));
 }
 
 bool isLetter(char c) {
@@ -159,17 +159,17 @@ private:
 
 } // namespace
 
-std::string_view fileWord(Frequency frequency) {
-    return wordsOf(frequency).file;
+std::string_view fileWord(Recurrence recurrence) {
+    return wordsOf(recurrence).file;
 }
 
-std::string_view dueWord(Frequency frequency) {
-    return wordsOf(frequency).due;
+std::string_view dueWord(Recurrence recurrence) {
+    return wordsOf(recurrence).due;
 }
 
-std::optional<Frequency> frequency(std::string_view fileWord) {
-    for (const FrequencyWords& each : frequencies) {
-        if (equalIgnoringCase(each.file, fileWord)) return each.frequency;
+std::optional<Recurrence> recurrence(std::string_view fileWord) {
+    for (const RecurrenceWords& each : recurrences) {
+        if (equalIgnoringCase(each.file, fileWord)) return each.recurrence;
     }
     return std::nullopt;
 }

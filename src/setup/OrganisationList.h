@@ -12,14 +12,14 @@
 namespace kelvo {
 
 /// How often a criterion wants evidence.
-enum class Frequency { once, annual, semiannual, quarterly, monthly, weekly, daily, event };
+enum class Recurrence { once, annual, semiannual, quarterly, monthly, weekly, daily, event };
 
 /// The word that files have for it: "semiannual".
-std::string_view fileWord(Frequency frequency);
+std::string_view fileWord(Recurrence recurrence);
 /// The word that a person reads: "half-yearly".
-std::string_view dueWord(Frequency frequency);
+std::string_view dueWord(Recurrence recurrence);
 /// By its file word, without regard to letter case.
-std::optional<Frequency> frequency(std::string_view fileWord);
+std::optional<Recurrence> recurrence(std::string_view fileWord);
 
 /// How the task of a criterion is completed.
 enum class CloseBy { attest, os, generate };
@@ -36,7 +36,7 @@ struct OrganisationRow {
     std::string evidence{};
     std::string gap{};
     std::vector<std::string> tsc{}; ///< ids of the common criteria behind it
-    Frequency due = Frequency::annual;
+    Recurrence due = Recurrence::annual;
     std::string role{}; ///< "Owner" where none is named
     CloseBy close = CloseBy::attest;
     std::string task{};   ///< the title where none is given

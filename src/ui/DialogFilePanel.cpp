@@ -24,6 +24,8 @@ QString pattern(ContentType type) {
         return QStringLiteral("*.txt *.md *.csv *.log *.html *.xml *.yaml *.yml *.rtf");
     case ContentType::json:
         return QStringLiteral("*.json");
+    case ContentType::csv:
+        return QStringLiteral("*.csv");
     }
     return QStringLiteral("*");
 }

@@ -1,5 +1,6 @@
 #include "ui/MainWindow.h"
 
+#include "ui/BeginView.h"
 #include "ui/EngineView.h"
 #include "ui/ProofView.h"
 
@@ -34,10 +35,11 @@ void MainWindow::prepare() {
     QQuickStyle::setStyle(QStringLiteral("Fusion"));
 }
 
-MainWindow::MainWindow(EngineView& view, ProofView& proof) {
+MainWindow::MainWindow(EngineView& view, ProofView& proof, BeginView& begin) {
     qml_.addImportPath(QStringLiteral("qrc:/qt/qml"));
     qml_.setInitialProperties({{QStringLiteral("engine"), QVariant::fromValue(&view)},
-                               {QStringLiteral("proof"), QVariant::fromValue(&proof)}});
+                               {QStringLiteral("proof"), QVariant::fromValue(&proof)},
+                               {QStringLiteral("begin"), QVariant::fromValue(&begin)}});
     qml_.load(QUrl(QStringLiteral("qrc:/qt/qml/Kelvo/Main.qml")));
     if (QQuickWindow* loaded = window()) {
         loaded->resize(openingSize().expandedTo(loaded->minimumSize()));

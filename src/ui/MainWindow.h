@@ -6,6 +6,7 @@ class QQuickWindow;
 
 namespace kelvo {
 
+class BeginView;
 class EngineView;
 class ProofView;
 
@@ -17,7 +18,7 @@ public:
     static void prepare();
 
     /// Loads and shows the window. The views must outlive it.
-    MainWindow(EngineView& view, ProofView& proof);
+    MainWindow(EngineView& view, ProofView& proof, BeginView& begin);
     ~MainWindow();
     MainWindow(const MainWindow&) = delete;
     MainWindow& operator=(const MainWindow&) = delete;

@@ -93,6 +93,7 @@ constexpr std::array drawings{
             "<path d='M6.2 18.2c.9-2.3 2.9-3.6 5.6-3.6'/>"
             "<path d='M14.2 17.9l2.4 2.4 4.6-5'/>"},
     Drawing{"play.fill", "<path d='M7.6 5.2v13.6l11-6.8z' fill='@'/>"},
+    Drawing{"plus", "<path d='M12 5.2v13.6M5.2 12h13.6'/>"},
     Drawing{"printer",
             "<path d='M7.4 8.6V4.2h9.2v4.4'/><path d='M7.2 16.8H5.6a2 2 0 0 1-2-2v-4.2a2 2 0 0 1 "
             "2-2h12.8a2 2 0 0 1 2 2v4.2a2 2 0 0 1-2 2h-1.6'/><path d='M7.4 14h9.2v6H7.4z'/>"},

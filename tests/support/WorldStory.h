@@ -15,13 +15,13 @@ public:
 
 protected:
     std::vector<std::string> happened() override;
+    std::filesystem::path path(const std::string& name) const;
 
 private:
     void tellOfTheWorld();
     void tellOfTheEngine();
     void lookAtTheEngine();
     void lookAtTheWorld();
-    std::filesystem::path path(const std::string& name) const;
 
     std::vector<std::string> during_; ///< the lines that happen while the person is asked
     int fired_ = 0;                   ///< ticks at the last "fire"

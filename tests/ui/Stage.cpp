@@ -77,6 +77,7 @@ Stage::Stage() {
 
 Stage::~Stage() {
     main_.reset();
+    begin_.reset();
     proof_.reset();
     view_.reset();
     qInstallMessageHandler(previousHandler);
@@ -86,7 +87,12 @@ void Stage::open(int width, int height) {
     world.start();
     view_ = std::make_unique<EngineView>(world.engine());
     proof_ = std::make_unique<ProofView>(world.engine(), programs);
-    main_ = std::make_unique<MainWindow>(*view_, *proof_);
+    begin_ = std::make_unique<BeginView>(
+        world.engine(), BeginView::Surroundings{.filePanel = world.filePanel,
+                                                .programs = programs,
+                                                .account = world.account.fullName(),
+                                                .openSample = [this] { return ++samples_ > 0; }});
+    main_ = std::make_unique<MainWindow>(*view_, *proof_, *begin_);
     world->beginProof();
     if (main_->window() == nullptr) throw std::runtime_error("the window does not load");
     window().resize(width, height);
@@ -244,6 +250,7 @@ void Stage::tellOfThePerson() {
                               std::filesystem::copy_options::recursive |
                                   std::filesystem::copy_options::overwrite_existing);
     };
+    words["look"] = [this](Rest) { begin_->look(); };
     words["saveUnwritten"] = [this](Rest name) {
         proof_->saveUnwritten(
             QUrl::fromLocalFile(QString::fromStdString((world.root() / name).string())));
@@ -303,6 +310,13 @@ void Stage::lookAtTheWindow() {
         settle();
         return std::string(asked.isAccepted() ? "yes" : "no");
     };
+    // "holds FILE: TEXT"
+    figures["holds"] = [this](Rest rest) {
+        const auto colon = rest.find(": ");
+        const std::string bytes = readFile(path(rest.substr(0, colon))).value_or("");
+        return std::string(bytes.find(rest.substr(colon + 2)) == bytes.npos ? "no" : "yes");
+    };
+    figures["samples"] = [this](Rest) { return std::to_string(samples_); };
     figures["answers"] = [this](Rest) {
         return std::string(!proof_->answers().isEmpty() && proof_->answersHold() ? "holds"
                                                                                  : "fails");

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "support/WorldStory.h"
+#include "ui/BeginView.h"
 #include "ui/EngineView.h"
 #include "ui/MainWindow.h"
 #include "ui/ProofView.h"
@@ -30,6 +31,7 @@ public:
 
     EngineVM& engine() { return world.engine(); }
     QQuickWindow& window() { return *main_->window(); }
+    BeginView& begin() { return *begin_; }
 
     /// Lets everything happen that is due: queued operations, bindings, animations' first frames.
     void settle();
@@ -59,6 +61,8 @@ private:
 
     std::unique_ptr<EngineView> view_;
     std::unique_ptr<ProofView> proof_;
+    std::unique_ptr<BeginView> begin_;
+    int samples_ = 0; ///< opened
     std::unique_ptr<MainWindow> main_;
     bool hurried_ = false; ///< the next line comes before what is due has happened
 };

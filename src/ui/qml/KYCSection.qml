@@ -33,7 +33,7 @@ Card {
             Accessible.name: "Your role"
             Layout.fillWidth: true
             Layout.maximumWidth: Theme.length(280)
-            currentIndex: Array.from(section.engine.availableRoles).indexOf(section.chosen)
+            currentIndex: Array.from(section.engine.availableRoles).indexOf(section.chosen || section.firstRole)
             displayText: currentIndex < 0 ? "No roles are defined" : currentText
             enabled: section.engine.availableRoles.length > 0
             model: section.engine.availableRoles

@@ -9,6 +9,7 @@ ApplicationWindow {
 
     required property EngineView engine
     required property ProofView proof
+    required property BeginView begin
     // The desktop prefers dark surfaces.
     property bool dark: false
 
@@ -117,6 +118,7 @@ ApplicationWindow {
                 id: right
 
                 SplitView.fillWidth: true
+                begin: window.begin
                 engine: window.engine
                 proof: window.proof
             }

@@ -11,6 +11,7 @@ Page {
 
     required property EngineView engine
     required property ProofView proof
+    required property BeginView begin
     readonly property real columnWidth: Math.min(width - 2 * Theme.margin(width), Theme.length(820))
     // Page names, the one on top last.
     property var opened: []
@@ -21,7 +22,9 @@ Page {
             "": pane.title,
             "proof": "Proof",
             "checkpoint": "Checkpoint",
-            "check": "Check a checkpoint"
+            "check": "Check a checkpoint",
+            "begin": "Begin: a few questions",
+            "beginPreview": "Begin: what will be written"
         })
     // What had the focus when the first page was opened.
     property Item opener: null
@@ -36,6 +39,14 @@ Page {
         const at = opened.indexOf(name);
         opened = at < 0 ? opened.concat([name]) : opened.slice(0, at + 1);
         header.focusTitle();
+    }
+    // These pages are over and done with.
+    function forget(names: list<string>) {
+        const over = name => names.includes(name);
+        if (over(current))
+            pane.forceActiveFocus(Qt.OtherFocusReason);
+        opened = opened.filter(name => !over(name));
+        made = made.filter(name => !over(name));
     }
     function back() {
         opened = opened.slice(0, -1);
@@ -87,6 +98,7 @@ Page {
         id: workspace
 
         anchors.fill: parent
+        begin: pane.begin
         columnWidth: pane.columnWidth
         engine: pane.engine
         visible: pane.current === ""
@@ -122,6 +134,41 @@ Page {
             proof: pane.proof
             visible: pane.current === "check"
         }
+    }
+    Section {
+        shown: pane.made.includes("begin")
+
+        delegate: BeginPageQuestions {
+            anchors.fill: parent
+            begin: pane.begin
+            columnWidth: pane.columnWidth
+            visible: pane.current === "begin"
+
+            onPageWanted: name => pane.openPage(name)
+        }
+    }
+    Section {
+        shown: pane.made.includes("beginPreview")
+
+        delegate: BeginPagePreview {
+            anchors.fill: parent
+            begin: pane.begin
+            columnWidth: pane.columnWidth
+            visible: pane.current === "beginPreview"
+
+            onBackWanted: pane.back()
+        }
+    }
+    Connections {
+        function onListTaken() {
+            pane.openPage("begin");
+        }
+        function onStageChanged() {
+            if (pane.begin.stage === BeginView.Stage.done)
+                pane.forget(["begin", "beginPreview"]);
+        }
+
+        target: pane.begin
     }
     Connections {
         function onCheckpointMade() {

@@ -8,9 +8,31 @@ FocusScope {
     id: pane
 
     required property EngineView engine
+    required property BeginView begin
     required property real columnWidth
     readonly property real margin: Theme.margin(width)
     readonly property alias atYBeginning: scroller.atYBeginning
+    readonly property bool beginning: begin.stage !== BeginView.Stage.done
+    // Where the card is by which to begin, until the person goes elsewhere.
+    property Item beginCard: null
+    property bool moved: false
+
+    function showBeginning() {
+        if (beginCard && !moved)
+            scroller.contentY = Math.max(0, Math.min(beginCard.y, scroller.contentHeight - scroller.height));
+    }
+
+    Connections {
+        function onYChanged() {
+            pane.showBeginning();
+        }
+
+        target: pane.beginCard
+    }
+
+    // From the card the person goes on to who they are, which is at the top.
+    onBeginningChanged: if (!beginning && beginCard)
+        scroller.contentY = 0
 
     Scroller {
         id: scroller
@@ -19,6 +41,10 @@ FocusScope {
         contentHeight: form.height + pane.margin + covered
         covered: pane.engine.nextAction === "" ? 0 : reminder.height
         objectName: "rightScroller"
+
+        onContentHeightChanged: pane.showBeginning()
+        onHeightChanged: pane.showBeginning()
+        onMovementStarted: pane.moved = true
 
         ColumnLayout {
             id: form
@@ -106,6 +132,17 @@ FocusScope {
                     objectName: "readinessSection"
                 }
             }
+            Section {
+                shown: pane.beginning
+
+                delegate: BeginCard {
+                    begin: pane.begin
+                    objectName: "beginSection"
+
+                    Component.onCompleted: pane.beginCard = this
+                    Component.onDestruction: pane.beginCard = null
+                }
+            }
             OSSnapshotSection {
                 engine: pane.engine
                 objectName: "osSection"
@@ -122,12 +159,14 @@ FocusScope {
         id: reminder
 
         readonly property real cardEnd: next.y + next.height - Theme.l
+        // It rests while the card by which to begin is in view.
+        readonly property bool begins: pane.beginCard !== null && pane.beginCard.y < scroller.contentY + scroller.height && pane.beginCard.y + pane.beginCard.height > scroller.contentY
         readonly property bool away: cardEnd > scroller.contentY + scroller.height || cardEnd < scroller.contentY + next.button.height
 
         anchors.bottom: parent.bottom
         color: Theme.card
         height: reminderRow.implicitHeight + 2 * Theme.m
-        visible: away && pane.engine.nextAction !== ""
+        visible: away && pane.engine.nextAction !== "" && !begins
         width: parent.width
 
         Rectangle {

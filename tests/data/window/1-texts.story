@@ -21,7 +21,7 @@ bond
 == Without roles the verification names a user
 open
 ? window kycSection = Get started | Pick your role, then confirm it's you. You'll only see the security tasks that are yours. | Your role | ▾ | No roles are defined | [person.badge.shield.checkmark] Verify identity as user
-? sections = assistant kyc nextAction evidence os provenance
+? sections = assistant kyc nextAction evidence begin os provenance
 
 == An insecure device
 machine silent
@@ -40,7 +40,7 @@ owner
 == The owner without a mesh sees no readiness
 open
 owner
-? sections = assistant identity nextAction evidence os provenance
+? sections = assistant identity nextAction evidence begin os provenance
 
 == The card's button for each simulation action
 open
@@ -50,11 +50,11 @@ play
 fire 20
 ? window nextActionSection = Your Next Best Action | Monitor | Within safe limits. No approval needed — watching.
 fire 100
-? sections = assistant pending identity nextAction evidence os provenance
+? sections = assistant pending identity nextAction evidence begin os provenance
 ? window pendingSection = [exclamationmark.triangle.fill] Pending measurement | A state is staged. Approve to record it on the chain. | [touchid] Bond — approve & seal
 bond
 ? window nextActionSection = Your Next Best Action | Reduce risk? | Agent proposes lowering drive to cool the dissipation rate. Approve the throttle, or BOND to seal now. | [arrow.down.right.circle] Reduce exposure
-? sections = assistant identity nextAction evidence os provenance
+? sections = assistant identity nextAction evidence begin os provenance
 
 == A contributor's tasks, and the next person's
 organisation

@@ -6,7 +6,7 @@ click Pause
 ? running = no
 click Bond — approve & seal
 ? totems = 1: collapse@t=0.000
-? sections = assistant kyc nextAction evidence os provenance
+? sections = assistant kyc nextAction evidence begin os provenance
 
 == The chosen role is the one that is verified
 organisation

@@ -45,7 +45,7 @@ open
 pause
 focus Bond — approve & seal
 press Space
-? sections = assistant kyc nextAction evidence os provenance
+? sections = assistant kyc nextAction evidence begin os provenance
 press Space
 ? running = yes
 
