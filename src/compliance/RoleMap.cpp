@@ -26,6 +26,17 @@ RoleMap::Role readRole(JsonReader& reader) {
     return role;
 }
 
+std::vector<std::string> peopleOf(const Json& role) {
+    const auto people = role.find("people");
+    if (people == role.end() || !people->is_array()) return {};
+    std::vector<std::string> names;
+    for (const Json& each : *people) {
+        if (!each.is_string()) return {};
+        names.push_back(each.get<std::string>());
+    }
+    return names;
+}
+
 } // namespace
 
 tl::expected<RoleMap, std::string> RoleMap::load(const std::filesystem::path& file) {
@@ -44,6 +55,8 @@ tl::expected<RoleMap, std::string> RoleMap::fromJson(const Json& document) {
     JsonReader reader(document);
     reader.array("roles", [&map](JsonReader& role) { map.roles.push_back(readRole(role)); });
     if (reader.error()) return tl::unexpected(*reader.error());
+    for (std::size_t i = 0; i < map.roles.size(); ++i)
+        map.roles[i].people = peopleOf(document["roles"][i]);
     return map;
 }
 
@@ -52,6 +65,16 @@ std::vector<std::string> RoleMap::roleNames() const {
     names.reserve(roles.size());
     for (const Role& each : roles)
         names.push_back(each.role);
+    return names;
+}
+
+std::vector<std::string> RoleMap::rolesFor(std::string_view person) const {
+    std::vector<std::string> names;
+    for (const Role& each : roles) {
+        const auto& people = each.people;
+        if (people.empty() || std::find(people.begin(), people.end(), person) != people.end())
+            names.push_back(each.role);
+    }
     return names;
 }
 

@@ -167,6 +167,10 @@ public:
     // --- Roles (Roles.cpp) -----------------------------------------------------------------------
 
     std::vector<std::string> availableRoles() const;
+    /// Those of `availableRoles` that are meant for the person of this account.
+    std::vector<std::string> offeredRoles() const;
+    /// Why no role is offered, in words for the person; empty where one is.
+    std::string whyNoRole() const;
     std::vector<RoleMap::Control> roleControls() const;
     bool isRoleControlClosed(const RoleMap::Control& control) const;
     /// The closed share of the role's controls, or `readiness` for a role without controls.
@@ -353,6 +357,7 @@ private:
     void refuse(std::string statusText, std::string_view event, Json fields = Json::object());
     void cite(std::string claim, std::string source);
     std::string now() const;
+    std::string accountName() const;     ///< full name of the account, or "Account owner"
     std::string ownerName() const;       ///< `principal`, or "unverified"
     std::string contributorRole() const; ///< `role`, or "contributor"
     std::string personName() const;      ///< `principal`, or "user"

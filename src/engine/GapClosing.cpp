@@ -86,7 +86,9 @@ void EngineVM::run(const Act& act) {
     case Act::Kind::bond:
         return bondCollapse();
     case Act::Kind::kyc: {
-        const auto names = availableRoles();
+        const auto names = offeredRoles();
+        if (names.empty() && *roleMap && !availableRoles().empty())
+            return status.set(whyNoRole() + ". The owner names people in the role map.");
         const std::string byDefault = names.empty() ? "Owner" : names.front();
         return verifyKYC(role->value_or(byDefault));
     }

@@ -23,6 +23,21 @@ std::vector<std::string> EngineVM::availableRoles() const {
     return *roleMap ? (*roleMap)->roleNames() : std::vector<std::string>{};
 }
 
+std::vector<std::string> EngineVM::offeredRoles() const {
+    return *roleMap ? (*roleMap)->rolesFor(accountName()) : std::vector<std::string>{};
+}
+
+std::string EngineVM::whyNoRole() const {
+    if (!offeredRoles().empty()) return "";
+    return availableRoles().empty() ? "No roles are defined"
+                                    : "No role is meant for " + accountName();
+}
+
+std::string EngineVM::accountName() const {
+    std::string name = ports_.account.fullName();
+    return name.empty() ? "Account owner" : name;
+}
+
 std::vector<RoleMap::Control> EngineVM::roleControls() const {
     if (!*role || !*roleMap) return {};
     return (*roleMap)->controlsFor(**role);
@@ -58,8 +73,7 @@ std::optional<RoleMap::Control> EngineVM::nextRoleControl() const {
 void EngineVM::verifyKYC(const std::string& chosenRole) {
     if (deferred([this, chosenRole] { verifyKYC(chosenRole); })) return;
     const WorkQueue::Exclusive exclusive(queue_);
-    const std::string account = ports_.account.fullName();
-    const std::string name = account.empty() ? "Account owner" : account;
+    const std::string name = accountName();
     const Presence::Result presence =
         presence_.require("Verify your identity — " + name + " (" + chosenRole + ")");
     if (!presence.ok) {

@@ -218,7 +218,15 @@ QString EngineView::role() const {
 }
 
 QStringList EngineView::availableRoles() const {
-    return list(engine_.availableRoles());
+    return list(engine_.offeredRoles());
+}
+
+QString EngineView::whyNoRole() const {
+    return text(engine_.whyNoRole());
+}
+
+bool EngineView::mayTakeRole() const {
+    return engine_.availableRoles().empty() || !engine_.offeredRoles().empty();
 }
 
 EngineView::RoleWork EngineView::roleWork() const {

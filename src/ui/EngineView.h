@@ -51,6 +51,8 @@ class EngineView : public QObject {
     Q_PROPERTY(QString principal READ principal NOTIFY identityChanged)
     Q_PROPERTY(QString role READ role NOTIFY identityChanged)
     Q_PROPERTY(QStringList availableRoles READ availableRoles NOTIFY availableRolesChanged)
+    Q_PROPERTY(QString whyNoRole READ whyNoRole NOTIFY availableRolesChanged)
+    Q_PROPERTY(bool mayTakeRole READ mayTakeRole NOTIFY availableRolesChanged)
     Q_PROPERTY(RoleWork roleWork READ roleWork NOTIFY roleWorkChanged)
     Q_PROPERTY(double roleReadiness READ roleReadiness NOTIFY roleWorkChanged)
     Q_PROPERTY(QString roleReadinessText READ roleReadinessText NOTIFY roleWorkChanged)
@@ -118,7 +120,11 @@ public:
     bool verified() const { return engine_.principal->has_value(); }
     QString principal() const;
     QString role() const;
+    /// The roles that are meant for the person of this account.
     QStringList availableRoles() const;
+    QString whyNoRole() const;
+    /// False where there are roles and none of them is meant for the person of this account.
+    bool mayTakeRole() const;
     RoleWork roleWork() const;
     double roleReadiness() const { return engine_.roleReadiness(); }
     QString roleReadinessText() const;

@@ -34,13 +34,14 @@ Card {
             Layout.fillWidth: true
             Layout.maximumWidth: Theme.length(280)
             currentIndex: Array.from(section.engine.availableRoles).indexOf(section.chosen || section.firstRole)
-            displayText: currentIndex < 0 ? "No roles are defined" : currentText
+            displayText: currentIndex < 0 ? section.engine.whyNoRole : currentText
             enabled: section.engine.availableRoles.length > 0
             model: section.engine.availableRoles
 
             onActivated: index => section.chosen = section.engine.availableRoles[index]
         }
         ActionButton {
+            enabled: section.engine.mayTakeRole
             symbol: "person.badge.shield.checkmark"
             text: "Verify identity as " + (section.chosen || section.firstRole || "user")
             weight: ActionButton.Tinted

@@ -95,3 +95,46 @@ owner
 open
 click openSample
 ? samples = 1
+
+== A home without any folder gets them, and keeps the proof from the first decision on
+remove outputs
+remove project
+open
+click useStarter
+focus organisationName
+type L
+click showPreview
+click writeFiles
+owner
+write review.txt is every account was matched
+choose review.txt
+closeGap CC6-access
+press Ctrl+2
+? shows 2 decisions, log whole, no checkpoint yet = yes
+
+== A person is offered the roles that are meant for them
+organisation
+roles [{"role":"Owner","readonly":false,"people":["Ada Byron"]},{"role":"Engineer","readonly":false,"controls":[],"people":["Jonas Weber","Ada Byron"]},{"role":"Clerk","readonly":false,"people":["Grace Lindqvist"]},{"role":"Helper","readonly":false,"people":"Grace"},{"role":"Auditor","readonly":true}]
+open
+? is count Your role = 4
+? is currentText Your role = Owner
+
+== A person without a name in the first role begins with their own
+organisation
+roles [{"role":"Owner","readonly":false,"people":["Ada Byron"]},{"role":"Engineer","readonly":false,"controls":[],"people":["Jonas Weber","Ada Byron"]},{"role":"Clerk","readonly":false,"people":["Grace Lindqvist"]},{"role":"Helper","readonly":false,"people":"Grace"},{"role":"Auditor","readonly":true}]
+account Jonas Weber
+open
+? is count Your role = 3
+? is currentText Your role = Engineer
+click nextAction
+? role = Engineer
+
+== Nobody is pushed into a role that is meant for others
+organisation
+roles [{"role":"Owner","readonly":false,"people":["Jonas Weber"]}]
+open
+? is displayText Your role = No role is meant for Ada Byron
+? is enabled Verify identity as user = false
+click nextAction
+? status = No role is meant for Ada Byron. The owner names people in the role map.
+? principal = none
