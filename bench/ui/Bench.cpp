@@ -2,8 +2,10 @@
 // the window, off screen in the software renderer.
 
 #include "platform/desktop/QtTicker.h"
+#include "ui/BeginView.h"
 #include "ui/EngineView.h"
 #include "ui/MainWindow.h"
+#include "ui/ProofView.h"
 
 #include <QtQml/qqmlextensionplugin.h>
 
@@ -59,7 +61,13 @@ public:
             if (scene.families) engine.adopt(family);
         }
         view_ = std::make_unique<EngineView>(engine);
-        window_ = std::make_unique<MainWindow>(*view_);
+        proof_ = std::make_unique<ProofView>(engine, programs_);
+        begin_ = std::make_unique<BeginView>(
+            engine, BeginView::Surroundings{.filePanel = filePanel_,
+                                            .programs = programs_,
+                                            .account = {},
+                                            .openSample = [] { return false; }});
+        window_ = std::make_unique<MainWindow>(*view_, *proof_, *begin_);
         window_->window()->resize(1440, 900);
         // At half the drive no model reaches the limit, and the loop runs on.
         engine.throttle();
@@ -84,7 +92,11 @@ public:
 
 private:
     BenchEngine bench_;
+    test::FakePrograms programs_;
+    test::FakeFilePanel filePanel_;
     std::unique_ptr<EngineView> view_;
+    std::unique_ptr<ProofView> proof_;
+    std::unique_ptr<BeginView> begin_;
     std::unique_ptr<MainWindow> window_;
 };
 

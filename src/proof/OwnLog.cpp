@@ -179,6 +179,7 @@ tl::expected<void, FileError> OwnLog::appendLine(const SealFact& fact, const std
     }
     end_ = state_.after;
     goodBytes_ += text->size();
+    if (const auto* run = std::get_if<RunLine>(&fact)) lastRun_ = run->run;
     notice();
     return {};
 }

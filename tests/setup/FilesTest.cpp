@@ -89,6 +89,7 @@ TEST(OrganisationFiles, WhatIsThereIsNeverOverwrittenAndNothingIsLeftBehind) {
     std::ofstream(place.path() / "file") << "";
     EXPECT_FALSE(writeOrganisation(place.path() / "file" / "new", files));
     EXPECT_FALSE(writeOrganisation("/proc/none/such", files));
+    EXPECT_FALSE(writeOrganisation(place.path() / "new" / std::string(300, 'x'), files));
     EXPECT_EQ(namesIn(place.path()).size(), 2U);
 }
 

@@ -104,6 +104,9 @@ TEST(CsvList, EveryFaultIsToldWithItsLine) {
          "Line 3 of x.csv: there are more fields than columns.\n"
          "Line 4 of x.csv: the evidence holds “GAP:”, and there is a gap besides.\n"
          "Line 5 of x.csv: the title holds a control character."},
+        {"id,title\r\n\"a\",\r\n,T\r,T", "Line 2 of x.csv: the title is missing.\n"
+                                         "Line 3 of x.csv: the id is missing.\n"
+                                         "Line 4 of x.csv: the id is missing."},
         {"id,title\na,\"One\" two\nb,\"never\nclosed\n",
          "Line 2 of x.csv: there is text behind a closing quote.\n"
          "Line 3 of x.csv: a quote is opened and never closed."},

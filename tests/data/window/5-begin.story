@@ -138,3 +138,17 @@ open
 click nextAction
 ? status = No role is meant for Ada Byron. The owner names people in the role map.
 ? principal = none
+
+== What was decided before the list came is of a run of its own in the log
+open
+owner
+organisation
+look
+? status = 13 criteria are ready.
+write review.txt is every account was matched
+choose review.txt
+closeGap CC6-access
+? holds proof/seals*: "run":1 = yes
+? holds proof/seals*: "run":2 = yes
+press Ctrl+2
+? shows 2 decisions, log whole, no checkpoint yet = yes
