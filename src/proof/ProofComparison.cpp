@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <tuple>
+#include <unordered_set>
 
 namespace kelvo {
 namespace {
@@ -262,6 +263,7 @@ private:
         for (ReadLog& each : reading_.logs) {
             if (!each.log.belongs) continue;
             withdrawn.insert(each.withdrawn.begin(), each.withdrawn.end());
+            result_.decisions.reserve(result_.decisions.size() + each.decisions.size());
             for (LoggedDecision& decision : each.decisions) {
                 decision.own = each.log.own;
                 if (decision.adopted) {
@@ -271,11 +273,14 @@ private:
                 result_.decisions.push_back(std::move(decision));
             }
         }
-        std::sort(result_.decisions.begin(), result_.decisions.end(),
-                  [](const LoggedDecision& a, const LoggedDecision& b) {
-                      return std::tie(a.time, a.log, a.line) < std::tie(b.time, b.log, b.line);
-                  });
-        std::set<std::string_view> sealed;
+        const auto before = [](const LoggedDecision& a, const LoggedDecision& b) {
+            return std::tie(a.time, a.log, a.line) < std::tie(b.time, b.log, b.line);
+        };
+        // A single log is in order mostly, and moving its lines about costs more than a look.
+        if (!std::is_sorted(result_.decisions.begin(), result_.decisions.end(), before)) {
+            std::sort(result_.decisions.begin(), result_.decisions.end(), before);
+        }
+        std::unordered_set<std::string_view> sealed;
         for (const LoggedDecision& decision : result_.decisions) {
             if (!decision.adopted) sealed.insert(decision.record);
         }

@@ -3,8 +3,6 @@
 #include "base/Time.h"
 #include "proof/RecordRebuild.h"
 
-#include <dirent.h>
-
 #include <algorithm>
 #include <chrono>
 
@@ -17,16 +15,9 @@ constexpr std::string_view logPrefix = "seals-";
 constexpr std::string_view logSuffix = ".ndjson";
 constexpr std::size_t largestGraph = std::size_t{16} << 20;
 
-/// The names in a folder that may be regular files.
-std::vector<std::string> namesIn(const fs::path& folder) {
+std::vector<std::string> sortedNames(const FolderReader& folder) {
     std::vector<std::string> names;
-    const std::unique_ptr<DIR, int (*)(DIR*)> opened(::opendir(folder.c_str()), ::closedir);
-    if (!opened) return names;
-    while (const dirent* entry = ::readdir(opened.get())) {
-        if (entry->d_type == DT_REG || entry->d_type == DT_LNK || entry->d_type == DT_UNKNOWN) {
-            names.emplace_back(entry->d_name);
-        }
-    }
+    folder.eachName([&](std::string_view name) { names.emplace_back(name); });
     std::sort(names.begin(), names.end());
     return names;
 }
@@ -48,27 +39,27 @@ std::int64_t secondsSince1970(std::string_view moment) {
     return std::chrono::duration_cast<std::chrono::seconds>(parsed->time_since_epoch()).count();
 }
 
-ProofReading::ProofReading(const ProofFolders& folders) : folders_(folders), vault_(folders, "") {
+ProofReading::ProofReading(const ProofFolders& folders)
+    : folders_(folders), vault_(folders, ""), outputFiles_(folders.outputs),
+      vaultFiles_(folders.vault()) {
 }
 
 void ProofReading::read() {
     listRecords();
     readLogs();
     readGraph();
-    readVault();
     hashRecords();
+    readVault();
 }
 
 void ProofReading::listRecords() {
-    for (std::string& name : namesIn(folders_.outputs)) {
-        if (std::string_view(name).ends_with(recordSuffix)) {
-            records.push_back({std::move(name), {}, {}});
-        }
-    }
+    outputFiles_.eachName([this](std::string_view name) {
+        if (name.ends_with(recordSuffix)) records.push_back({std::string(name), {}, {}});
+    });
 }
 
 void ProofReading::readLogs() {
-    for (const std::string& name : namesIn(folders_.proof())) {
+    for (const std::string& name : sortedNames(FolderReader(folders_.proof()))) {
         if (name.starts_with('.')) continue;
         auto log = readLog(folders_.proof() / name);
         const auto digits = digitsOf(name);
@@ -99,7 +90,7 @@ std::optional<ReadLog> ProofReading::readLog(const fs::path& file) {
             log.account = run->account;
             log.graph = run->graph;
             if (!run->graph.empty()) into.graphs.insert(run->graph);
-        } else if (const auto* decision = std::get_if<DecisionLine>(&line.fact)) {
+        } else if (auto* decision = std::get_if<DecisionLine>(&line.fact)) {
             readDecision(line, *decision, into);
             into.decisions.back().time = greatest;
         } else if (const auto* supply = std::get_if<SupplyLine>(&line.fact)) {
@@ -117,7 +108,7 @@ std::optional<ReadLog> ProofReading::readLog(const fs::path& file) {
     return into;
 }
 
-void ProofReading::readDecision(const SealLineView& line, const DecisionLine& fact, ReadLog& into) {
+void ProofReading::readDecision(const SealLineView& line, DecisionLine& fact, ReadLog& into) {
     const PayloadFacts facts = payloads_.payloadFacts(line.payload);
     LoggedDecision decision;
     decision.log = into.log.id;
@@ -126,11 +117,13 @@ void ProofReading::readDecision(const SealLineView& line, const DecisionLine& fa
     decision.run = fact.run;
     decision.adopted = fact.adopted;
     decision.ts = line.ts;
-    decision.account = fact.account;
-    decision.approved = fact.approval.sentence;
-    decision.file = fact.file;
-    decision.record = fact.record;
-    decision.block = fact.block;
+    if (fact.adopted) adopted_.insert(fact.record);
+    kept.try_emplace(fact.record);
+    decision.account = std::move(fact.account);
+    decision.approved = std::move(fact.approval.sentence);
+    decision.file = std::move(fact.file);
+    decision.record = std::move(fact.record);
+    decision.block = std::move(fact.block);
     decision.kind = facts.identity ? std::string_view("identity") : facts.sourceDb;
     decision.criterion = facts.criterion;
     decision.closes = facts.closes;
@@ -161,8 +154,6 @@ void ProofReading::readDecision(const SealLineView& line, const DecisionLine& fa
     }
     if (facts.note == "withdrawal") into.withdrawn.emplace(facts.about);
     if (!facts.graphAfter.empty()) into.sealedGraphs.emplace(facts.graphAfter);
-    if (fact.adopted) adopted_.insert(fact.record);
-    kept.try_emplace(fact.record);
     into.decisions.push_back(std::move(decision));
 }
 
@@ -178,36 +169,44 @@ std::string ProofReading::organisationOf(const std::string& graph) {
     return bytes ? payloads_.organisationOf(*bytes) : "";
 }
 
-void ProofReading::readVault() {
-    for (auto& [hash, record] : kept) {
-        const auto bytes = vault_.read(hash, largestRecord);
-        if (!bytes) continue;
-        record.kept = true;
-        if (adopted_.contains(hash)) record.asOf = payloads_.payloadFacts(*bytes).asOf;
+bool ProofReading::inVault(const std::string& root) const {
+    return vaultNames_.contains(root);
+}
+
+/// The bytes of a decision's record are here.
+void ProofReading::take(const std::string& hash, KeptRecord& record, std::string_view bytes) {
+    if (record.asOf.empty() && adopted_.contains(hash)) {
+        record.asOf = payloads_.payloadFacts(bytes).asOf;
     }
 }
 
 void ProofReading::hashRecords() {
-    std::vector<ReadRecord> readable;
     for (ReadRecord& record : records) {
-        const fs::path path = folders_.outputs / record.name;
-        const auto bytes = readFile(path, largestRecord);
+        const auto bytes = outputFiles_.read(record.name, largestRecord);
         if (!bytes) {
-            // What is no file is no record, whatever its name.
-            std::error_code unknown;
-            if (!fs::is_regular_file(path, unknown)) continue;
             record.reason = bytes.error().description;
         } else {
             record.hash = sha256Hex(*bytes);
-            const auto known = kept.find(record.hash);
-            if (known != kept.end() && known->second.asOf.empty() &&
-                adopted_.contains(record.hash)) {
-                known->second.asOf = payloads_.payloadFacts(*bytes).asOf;
+            if (const auto known = kept.find(record.hash); known != kept.end()) {
+                take(record.hash, known->second, *bytes);
+                // Bytes that are the same have the same hash: they need not be hashed twice.
+                const auto copy = vaultFiles_.read(record.hash, largestRecord);
+                known->second.kept = copy && *copy == *bytes;
             }
         }
-        readable.push_back(std::move(record));
     }
-    records = std::move(readable);
+}
+
+void ProofReading::readVault() {
+    vaultNames_.reserve(2 * kept.size());
+    vaultFiles_.eachName([this](std::string_view name) { vaultNames_.emplace(name); });
+    for (auto& [hash, record] : kept) {
+        if (record.kept) continue;
+        const auto bytes = vaultFiles_.read(hash, largestRecord);
+        if (!bytes || !isHexOf(sha256(*bytes), hash)) continue;
+        record.kept = true;
+        take(hash, record, *bytes);
+    }
 }
 
 } // namespace kelvo

@@ -1,14 +1,16 @@
 #pragma once
 
+#include "base/FolderReader.h"
 #include "proof/LineParser.h"
 #include "proof/ProofComparison.h"
 #include "proof/SealLog.h"
 #include "proof/Vault.h"
 
-#include <map>
 #include <optional>
 #include <set>
 #include <string>
+#include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace kelvo {
@@ -52,9 +54,12 @@ public:
     std::vector<ReadLog> logs;
     std::vector<ReadLog> copies; ///< files that hold a log under a name that is not a log's
     std::vector<ReadRecord> records;
-    std::map<std::string, KeptRecord, std::less<>> kept; ///< by hash, of every decision
+    std::unordered_map<std::string, KeptRecord> kept; ///< by hash, of every decision
     std::string graphNow; ///< SHA-256 of the readiness graph, "" where there is none
     std::string organisationNow;
+
+    /// Whether the vault has a regular file of that name; its bytes are not looked at.
+    bool inVault(const std::string& root) const;
 
     /// The organisation that a graph in the vault names.
     std::string organisationOf(const std::string& graph);
@@ -63,13 +68,17 @@ private:
     void listRecords();
     void readLogs();
     void readGraph();
-    void readVault();
     void hashRecords();
+    void readVault();
+    void take(const std::string& hash, KeptRecord& record, std::string_view bytes);
     std::optional<ReadLog> readLog(const std::filesystem::path& file);
-    void readDecision(const SealLineView& line, const DecisionLine& fact, ReadLog& into);
+    void readDecision(const SealLineView& line, DecisionLine& fact, ReadLog& into);
 
     ProofFolders folders_;
     Vault vault_;
+    FolderReader outputFiles_;
+    FolderReader vaultFiles_;
+    std::unordered_set<std::string> vaultNames_;
     LineParser payloads_;
     SealLogReader lines_;
     std::set<std::string, std::less<>> adopted_; ///< records whose time is to be read

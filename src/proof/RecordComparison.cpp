@@ -44,8 +44,9 @@ public:
             ProofComparison& result)
         : input_(input), reading_(reading), waiting_(waiting), result_(result),
           vault_(input.folders, "") {
+        named_.reserve(result.decisions.size());
         for (const LoggedDecision& decision : result.decisions)
-            named_[decision.file].push_back(&decision);
+            named_[decision.file].add(decision);
         for (const ComparedLog& log : result.logs) {
             if (log.belongs && !log.marks.empty()) {
                 begun_ = std::min(begun_, log.marks.front().ts);
@@ -57,11 +58,15 @@ public:
     }
 
     void compare() {
+        const std::size_t before = result_.troubles.size();
         for (const ReadRecord& record : reading_.records)
             judge(record);
+        std::sort(result_.troubles.begin() + static_cast<std::ptrdiff_t>(before),
+                  result_.troubles.end(),
+                  [](const auto& a, const auto& b) { return a.file < b.file; });
         for (const LoggedDecision& decision : result_.decisions) {
-            const bool last = named_.at(decision.file).back() == &decision;
-            if (last && !present_.contains(decision.file)) judgeGone(decision);
+            const Lines& lines = named_.at(decision.file);
+            if (lines.last == &decision && !lines.present) judgeGone(decision);
         }
         for (LoggedDecision& decision : result_.decisions)
             judgeEvidence(decision);
@@ -69,6 +74,33 @@ public:
     }
 
 private:
+    /// The decisions that name one record file, in their order.
+    struct Lines {
+        const LoggedDecision* first = nullptr;
+        std::vector<const LoggedDecision*> later; ///< hardly ever any
+        const LoggedDecision* last = nullptr;
+        bool present = false; ///< the file is there
+
+        void add(const LoggedDecision& decision) {
+            if (first == nullptr)
+                first = &decision;
+            else
+                later.push_back(&decision);
+            last = &decision;
+        }
+
+        /// How many of them count for a file with that hash; none where no line has it.
+        std::optional<std::int64_t> counting(const std::string& hash) const {
+            bool known = first->record == hash;
+            std::int64_t count = first->repeated ? 0 : 1;
+            for (const LoggedDecision* each : later) {
+                known = known || each->record == hash;
+                count += each->repeated ? 0 : 1;
+            }
+            return known ? std::optional(count) : std::nullopt;
+        }
+    };
+
     ProofTrouble& tell(Kind kind, const std::string& file, const LoggedDecision* decision) {
         ProofTrouble trouble;
         trouble.kind = kind;
@@ -91,20 +123,15 @@ private:
     }
 
     void judge(const ReadRecord& record) {
-        present_.insert(record.name);
-        const auto lines = named_.find(record.name);
-        if (lines == named_.end()) return judgeUnlisted(record);
-        const auto& decisions = lines->second;
-        const bool known = std::any_of(decisions.begin(), decisions.end(), [&](const auto* each) {
-            return each->record == record.hash;
-        });
-        if (known) {
-            result_.asSealed += static_cast<std::int64_t>(
-                std::count_if(decisions.begin(), decisions.end(),
-                              [](const auto* each) { return !each->repeated; }));
+        const auto found = named_.find(record.name);
+        if (found == named_.end()) return judgeUnlisted(record);
+        Lines& lines = found->second;
+        lines.present = true;
+        if (const auto counting = lines.counting(record.hash)) {
+            result_.asSealed += *counting;
             return;
         }
-        const LoggedDecision& last = *decisions.back();
+        const LoggedDecision& last = *lines.last;
         ProofTrouble& trouble = tell(Kind::recordAltered, record.name, &last);
         trouble.restorable = kept(last);
         trouble.counted = counted(record.name);
@@ -152,7 +179,7 @@ private:
 
     void judgeEvidence(LoggedDecision& decision) {
         if (decision.evidence == Evidence::none) return;
-        if (vault_.sizeOf(decision.evidenceRoot)) {
+        if (reading_.inVault(decision.evidenceRoot)) {
             decision.evidence = Evidence::kept;
             decision.reason.clear();
             return;
@@ -199,8 +226,7 @@ private:
     Waiting& waiting_;
     ProofComparison& result_;
     Vault vault_;
-    std::unordered_map<std::string, std::vector<const LoggedDecision*>> named_;
-    std::set<std::string> present_;
+    std::unordered_map<std::string_view, Lines> named_;
     std::set<std::string> supplied_;
     std::int64_t begun_ = std::numeric_limits<std::int64_t>::max();
 };

@@ -53,7 +53,7 @@ private:
     }
 
     bool line(std::string_view text) {
-        const auto parsed = parser_.parse(text.substr(0, text.size() - 1));
+        auto parsed = parser_.parse(text.substr(0, text.size() - 1));
         if (!parsed) return fail(true, parsed.error());
         if (parsed->seq != reading_.end.lines) return fail(false, "\"seq\" is not its place");
         if (!isHexOf(head_, parsed->prev))

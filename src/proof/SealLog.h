@@ -44,7 +44,7 @@ struct SealLineView {
     std::string_view ts;
     std::string_view text;    ///< its bytes with the line feed
     const Sha256Digest& head; ///< of all bytes up to and with this line
-    const SealFact& fact;     ///< a decision's payload is left out
+    SealFact& fact;           ///< may be moved from; a decision's payload is left out
     std::string_view payload; ///< of a decision
 };
 
