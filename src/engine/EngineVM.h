@@ -22,6 +22,8 @@
 #include "ledger/TotemChain.h"
 #include "ledger/UnwrittenRecords.h"
 #include "ports/Ports.h"
+#include "proof/FurtherSeals.h"
+#include "proof/LineParser.h"
 #include "proof/ProofKeeper.h"
 
 #include <cstdint>
@@ -246,6 +248,22 @@ public:
     tl::expected<void, FileError> storeSignature(const std::string& checkpointFile,
                                                  const std::string& signature) const;
 
+    // --- Further seals (FurtherSealing.cpp) ------------------------------------------------------
+    // Each asks for presence with its own sentence, is chained and recorded, and changes no
+    // readiness. `proof` then has it in `standing`.
+
+    /// Sets what the audit looks at. The owner only; a Type I period is one day.
+    void setPeriod(const AuditPeriod& period);
+    /// Records which days evidence speaks of. Refused as a whole where an item lacks a day or
+    /// speaks of days that are still to come.
+    void recordEvidenceDates(const std::vector<EvidenceItem>& items);
+    /// Records an exception (also by whose task the criterion is), a withdrawal or a review (the
+    /// owner). The latter two speak of a record.
+    void recordNote(const Note& note);
+    /// Asks for the file of one of the report's own documents, keeps and records it. The owner
+    /// only.
+    void recordDocument(ReportDocument::Kind kind);
+
     // --- Work that comes from outside ------------------------------------------------------------
 
     /// What runs a continuation in its turn: at once, or when nobody is being asked anything any
@@ -329,6 +347,10 @@ private:
     void showLook(const std::string& root, Verification result);
     const LoggedDecision* decisionWith(const std::string& root) const;
     bool mayDecide() const;
+    bool mayRecord(const std::string& criterion) const;
+    /// To be called while nothing else can be asked. False where presence was not given.
+    bool sealFurther(const FurtherSeal& further,
+                     const std::optional<StagedEvidence>& evidence = {});
     Approval approval() const;
 
     // The device

@@ -1,6 +1,7 @@
 #include "support/WorldStory.h"
 
 #include "base/Files.h"
+#include "base/Sha256.h"
 #include "base/Text.h"
 #include "graphjson/GraphJson.h"
 
@@ -197,6 +198,44 @@ void WorldStory::tellOfTheEngine() {
         world->beginProof();
         world.eventLoop.drain();
     };
+    // "period 2026-01-01 2026-12-31"; one day alone is Type I
+    words["period"] = [this](Rest rest) {
+        const auto days = wordsOf(rest);
+        world->setPeriod({days.size() > 1,
+                          parseIsoDay(days[0]).value(),
+                          parseIsoDay(days.back()).value(),
+                          {"Security"},
+                          "Example CPA LLP"});
+    };
+    // "dates TEXT of the evidence: 2026-01-01 2026-01-31", each item behind a semicolon
+    words["dates"] = [this](Rest rest) {
+        std::vector<EvidenceItem> items;
+        std::istringstream all(rest);
+        for (std::string each; std::getline(all, each, ';');) {
+            const auto part = wordsOf(each);
+            EvidenceItem& item = items.emplace_back();
+            item.root = sha256Hex(part.at(0));
+            item.name = part.at(0);
+            item.coversFrom = part.at(1);
+            item.coversTo = part.at(2);
+        }
+        world->recordEvidenceDates(items);
+    };
+    // "note withdrawal A 1 why": about the record of block 1, or "-"
+    words["note"] = [this](Rest rest) {
+        const auto part = wordsOf(rest);
+        Note note;
+        for (const auto kind : {Note::Kind::withdrawal, Note::Kind::review}) {
+            if (nameOf(kind) == part.at(0)) note.kind = kind;
+        }
+        note.criterion = part.at(1);
+        if (part.at(2) != "-") note.about = world->chain().blocks()[std::stoul(part[2])].blockHash;
+        note.text = part.at(3);
+        world->recordNote(note);
+    };
+    words["document"] = [this](Rest kind) {
+        world->recordDocument(static_cast<ReportDocument::Kind>(std::stoi(kind)));
+    };
     words["owner"] = [this](Rest) { world->verifyKYC("Owner"); };
     words["verify"] = [this](Rest role) { world->verifyKYC(role); };
     words["play"] = [this](Rest) { world->play(); };
@@ -279,6 +318,11 @@ void WorldStory::lookAtTheEngine() {
     };
     figures["roleReadiness"] = [this](Rest) { return figure(world->roleReadiness()); };
     figures["readonly"] = [this](Rest) { return yes(world->roleReadonly()); };
+    figures["standing"] = [this](Rest id) {
+        const ProofStanding& all = (*world->proof)->standing;
+        return std::string(nameOf(all.of(id)->standing)) + ", supported " + percent(all.supported) +
+               (all.set ? "" : ", no period");
+    };
     figures["readiness"] = [this](Rest) { return figure(*world->readiness); };
     figures["met"] = [this](Rest) { return std::to_string(world->metCount()); };
     figures["gate"] = [this](Rest id) { return figure((*world->mesh)->find(id)->g); };
