@@ -259,6 +259,11 @@ QVariantList BeginView::files() const {
             row(OrganisationFiles::rolesName, "the roles, their people and tasks", files_.roles)};
 }
 
+bool BeginView::folderIsNew() const {
+    std::error_code unknown;
+    return !std::filesystem::exists(engine_.outputsDir(), unknown);
+}
+
 void BeginView::write() {
     if (files_.graph.empty()) return;
     const auto written = writeOrganisation(engine_.outputsDir(), files_);

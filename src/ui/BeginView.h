@@ -45,6 +45,7 @@ class BeginView : public QObject {
 
     Q_PROPERTY(QString summary READ summary NOTIFY previewChanged)
     Q_PROPERTY(QVariantList files READ files NOTIFY previewChanged)
+    Q_PROPERTY(bool folderIsNew READ folderIsNew NOTIFY previewChanged)
     Q_PROPERTY(QString refusal READ refusal NOTIFY previewChanged)
     Q_PROPERTY(QAbstractListModel* criteria READ criteria CONSTANT)
 
@@ -96,6 +97,8 @@ public:
     QString summary() const { return summary_; }
     /// Each file that will be written: `name`, `what`, `size`.
     QVariantList files() const;
+    /// The folder of the files is not there yet and will be made.
+    bool folderIsNew() const;
     /// Why nothing was written; empty as long as nobody tried.
     QString refusal() const { return refusal_; }
     QAbstractListModel* criteria() { return &criteria_; }

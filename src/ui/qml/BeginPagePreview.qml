@@ -38,6 +38,11 @@ Item {
                 text: page.begin.folder
                 wrapMode: Text.WrapAnywhere
             }
+            Note {
+                font.pixelSize: Theme.small
+                text: "The folder is not there yet; it is made, too."
+                visible: page.begin.folderIsNew
+            }
             Rectangle {
                 Layout.fillWidth: true
                 color: Theme.line

@@ -104,6 +104,7 @@ click useStarter
 focus organisationName
 type L
 click showPreview
+? shows The folder is not there yet; it is made, too. = yes
 click writeFiles
 owner
 write review.txt is every account was matched
