@@ -1,0 +1,150 @@
+// Packages of real folders, checked with the tools that an outsider has.
+
+#include "proof/Package.h"
+
+#include "proof/Sheets.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <set>
+
+#include "Office.h"
+
+namespace kelvo::test {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+class Packages : public testing::Test {
+protected:
+    Packages() {
+        office.graph = R"({"organisation":"Lark\nspur","nodes":[
+            {"id":"=A,\"1\"","g":0.5,"w":3,"evidence":"x GAP: a, b","title":"Ää","tsc":["CC6.1"]},
+            {"id":"B","g":0,"w":1,"evidence":""}]})";
+        ada = std::make_unique<Computer>(office, "larkspur-01");
+    }
+
+    void seal(const FurtherSeal& further, std::optional<StagedEvidence> evidence = {}) {
+        Json payload = furtherPayload(further);
+        payload["attested_at"] = iso8601(office.clock.now());
+        ada->seal(payload, std::move(evidence));
+    }
+    void close(const std::string& criterion, const std::string& name, const std::string& text) {
+        const StagedEvidence staged = ada->keeper->vault().stage(text);
+        ada->seal({{"sourceDb", "control"},
+                   {"criterion", criterion},
+                   {"gate_after", 1},
+                   {"owner", "Ada"},
+                   {"generated", true},
+                   {"attested_at", iso8601(office.clock.now())},
+                   {"evidence_root", staged.root()},
+                   {"evidence_name", name}},
+                  staged);
+    }
+    void yearOfAda() {
+        const auto day = [](const char* text) { return parseIsoDay(text).value(); };
+        seal(AuditPeriod{true, day("2026-01-01"), day("2026-12-31"), {"Security"}, "CPA"});
+        close("=A,\"1\"", "../a\x1b\nb.pdf", "evidence of A");
+        close("B", "b.txt", "evidence of B");
+        const StagedEvidence system = ada->keeper->vault().stage(std::string("the system"));
+        seal(ReportDocument{{}, system.root(), ".hidden"}, system);
+    }
+    PackageRequest request(const std::string& folder) {
+        const fs::path destination = office.directory.path() / folder;
+        fs::create_directories(destination);
+        const ProofComparison comparison = ada->compare();
+        return {.folders = ada->folders(),
+                .comparison = comparison,
+                .checkpoint = ada->keeper->makeCheckpoint(comparison)->checkpoint,
+                .destination = destination,
+                .program = "1.0"};
+    }
+    static int shell(const fs::path& folder, const std::string& command) {
+        return std::system(
+            ("cd '" + folder.native() + "' && " + command + " >/dev/null 2>&1").c_str());
+    }
+    static std::set<std::string> files(const fs::path& folder) {
+        std::set<std::string> found;
+        for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+            if (entry.is_regular_file()) found.insert(fs::relative(entry.path(), folder));
+        }
+        return found;
+    }
+    fs::path kept(const std::string& text) { return ada->keeper->vault().path(sha256Hex(text)); }
+
+    Office office;
+    std::unique_ptr<Computer> ada;
+};
+
+TEST_F(Packages, PassTheirOwnManifestsAndListEveryFile) {
+    yearOfAda();
+    const auto written = writePackage(request("a"));
+    ASSERT_TRUE(written) << written.error().description;
+    const std::string check = "sha256sum --strict -c manifest-sha256.txt tagmanifest-sha256.txt";
+    EXPECT_EQ(shell(written->folder, check), 0);
+    const auto text = [&](const char* name) { return readFile(written->folder / name).value(); };
+    EXPECT_EQ(sha256Hex(text("tagmanifest-sha256.txt")), written->number);
+    std::string listed = text("manifest-sha256.txt") + text("tagmanifest-sha256.txt");
+    for (const std::string& name : files(written->folder)) {
+        if (name == "tagmanifest-sha256.txt") continue;
+        EXPECT_THAT(listed, HasSubstr("  " + name + "\n"));
+    }
+    EXPECT_EQ(std::count(listed.begin(), listed.end(), '\n') + 1,
+              static_cast<std::ptrdiff_t>(files(written->folder).size()));
+    const std::string id = ada->compare().ownLog.substr(0, 8);
+    EXPECT_EQ(written->folder.filename(), "kelvo-audit-" + id + "-000006-20260131");
+    EXPECT_THAT(text("data/readiness.csv"),
+                HasSubstr("\r\n\"'=A,\"\"1\"\"\",Ää,CC6.1,3,0.5,1,supported,annual,1,1,2027-02-01,"
+                          "\"a, b\"," +
+                          id + ":4\r\nB,"));
+    EXPECT_THAT(text("data/evidence.csv"), HasSubstr("-_._a__b.pdf"));
+    EXPECT_THAT(text("bag-info.txt"), HasSubstr("Source-Organization: Lark␊spur\n"));
+    EXPECT_TRUE(fs::exists(written->folder / "data/documents/description-_hidden"));
+    EXPECT_EQ(text(("data/logs/seals-" + id + ".ndjson").c_str()), readFile(ada->log()).value());
+    const Json summary = Json::parse(text("data/summary.json"));
+    EXPECT_EQ(summary["supported"], 1);
+    EXPECT_EQ(summary["decisions"], 4);
+    EXPECT_EQ(summary["assurance"]["B"], "supported");
+    // The same logs at the same moment give the same bytes; a name that is taken is left alone.
+    EXPECT_EQ(writePackage(request("b"))->number, written->number);
+    EXPECT_FALSE(writePackage(request("b")));
+}
+
+TEST_F(Packages, LeaveNothingBehindWhereTheyAreStoppedOrRefused) {
+    EXPECT_THAT(packageRefusals(ada->folders(), ada->compare()),
+                ElementsAre("No audit period is set."));
+    yearOfAda();
+    EXPECT_THAT(packageRefusals(ada->folders(), ada->compare()), IsEmpty());
+    int pieces = 0;
+    EXPECT_FALSE(writePackage(request("a"), [&](auto, auto) { return ++pieces < 3; }));
+    EXPECT_THAT(files(office.directory.path() / "a"), IsEmpty());
+
+    fs::permissions(kept("evidence of A"), fs::perms::owner_all);
+    office.write(kept("evidence of A"), "something else");
+    const auto refused = writePackage(request("a"));
+    ASSERT_FALSE(refused);
+    EXPECT_THAT(refused.error().description, HasSubstr("is not the one that was sealed"));
+    EXPECT_THAT(files(office.directory.path() / "a"), IsEmpty());
+
+    PackageRequest anyway = request("a");
+    anyway.anyway = true;
+    const auto written = writePackage(anyway);
+    ASSERT_TRUE(written) << written.error().description;
+    const Json summary = Json::parse(*readFile(written->folder / "data/summary.json"));
+    EXPECT_EQ(summary["warnings"].size(), 1U);
+    EXPECT_EQ(summary["assurance"]["=A,\"1\""], "missing");
+    EXPECT_EQ(summary["supported"], 0.25);
+    EXPECT_THAT(*readFile(written->folder / "data/evidence.csv"), HasSubstr(",missing,,"));
+
+    fs::remove(kept("evidence of B"));
+    EXPECT_THAT(packageRefusals(ada->folders(), ada->compare()),
+                ElementsAre(HasSubstr("The evidence b.txt of larkspur-01, line 5, is not here.")));
+}
+
+} // namespace
+} // namespace kelvo::test
