@@ -24,6 +24,7 @@
 #include "ports/Ports.h"
 #include "proof/FurtherSeals.h"
 #include "proof/LineParser.h"
+#include "proof/Package.h"
 #include "proof/ProofKeeper.h"
 
 #include <cstdint>
@@ -117,6 +118,7 @@ public:
     Published<std::map<std::string, EvidenceLook>>
         evidenceLooks;                                     ///< last look at kept evidence, by hash
     Published<std::optional<StoredCheckpoint>> checkpoint; ///< the last one made in this run
+    Published<std::optional<PackageState>> package;        ///< the last hand-over of this run
 
     // --- State that is not -----------------------------------------------------------------------
 
@@ -264,6 +266,18 @@ public:
     /// only.
     void recordDocument(ReportDocument::Kind kind);
 
+    // --- Handing over (HandOver.cpp) -------------------------------------------------------------
+
+    /// Hands an audit package over: all logs are read, the hand-over is sealed, the package is
+    /// written into the folder `destination` beside this thread, and the log notes it. `package`
+    /// tells how far it is. Refused where the proof is not whole, unless `anyway`. The owner only.
+    void handOver(const std::string& recipient, const std::filesystem::path& destination,
+                  bool anyway = false);
+    /// How much of the package is written, 0 to 1.
+    double packageShare() const;
+    /// Stops the writing; what is written so far is removed.
+    void stopPackage();
+
     // --- Work that comes from outside ------------------------------------------------------------
 
     /// What runs a continuation in its turn: at once, or when nobody is being asked anything any
@@ -299,6 +313,8 @@ private:
         /// "40.0%→47.7%"
         std::string change() const;
     };
+
+    struct PackageWork;
 
     /// A document that was read and waits for its mapping.
     struct Document {
@@ -348,6 +364,11 @@ private:
     const LoggedDecision* decisionWith(const std::string& root) const;
     bool mayDecide() const;
     bool mayRecord(const std::string& criterion) const;
+    void askHandOver(const ProofComparison& read, bool anyway);
+    void writeHandOver(const std::vector<HandedLog>& logs, std::vector<std::string> warnings,
+                       bool anyway);
+    void endHandOver(const tl::expected<PackageWritten, FileError>& outcome);
+    void showPackage(PackageState::Stage stage, std::vector<std::string> reasons = {});
     /// To be called while nothing else can be asked. False where presence was not given.
     bool sealFurther(const FurtherSeal& further,
                      const std::optional<StagedEvidence>& evidence = {});
@@ -404,6 +425,7 @@ private:
     std::set<std::string> sealedFiles_;  ///< record files of this run
     bool proofBegun_ = false;
     bool comparing_ = false;
+    std::shared_ptr<PackageWork> packageWork_; ///< shared with the writing
     bool compareAgain_ = false;
     std::deque<Citation> citationRows_;
     std::deque<ChatMsg> chatRows_;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <vector>
@@ -95,6 +96,26 @@ struct ModelWork {
     std::string title;
 
     bool operator==(const ModelWork&) const = default;
+};
+
+/// A hand-over under way, or how the last one ended.
+struct PackageState {
+    enum class Stage {
+        reading, ///< the logs, before the person is asked
+        refused, ///< `reasons`; the person may have it anyway, unless no period is set
+        writing, ///< see `EngineVM::packageShare`
+        written, ///< `folder`, `number`
+        failed,  ///< `reasons`; nothing is left behind, the hand-over stays sealed
+    };
+
+    Stage stage = Stage::reading;
+    std::string recipient{};
+    std::filesystem::path destination{};
+    std::vector<std::string> reasons{}; ///< sentences
+    std::filesystem::path folder{};     ///< of the package
+    std::string number{};               ///< the package number, 64 digits
+
+    bool operator==(const PackageState&) const = default;
 };
 
 } // namespace kelvo

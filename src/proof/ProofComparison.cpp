@@ -21,7 +21,7 @@ constexpr std::int64_t clockTolerance = 120;
 class Comparing {
 public:
     explicit Comparing(const ProofInput& input)
-        : input_(input), reading_(input.folders), waiting_(input) {}
+        : input_(input), reading_(input.folders, limits(input)), waiting_(input) {}
 
     ProofComparison compare() {
         result_.now = input_.now;
@@ -31,6 +31,13 @@ public:
         reading_.read();
         result_.records = reading_.records.size();
         result_.checkpoints = storedCheckpoints(input_.folders.checkpoints());
+        // One that was issued since knows of lines that are not read.
+        std::erase_if(result_.checkpoints, [this](const StoredCheckpoint& stored) {
+            const auto& blocks = stored.checkpoint.blocks;
+            return std::any_of(blocks.begin(), blocks.end(), [this](const CheckpointBlock& each) {
+                return each.lines > limits(input_).of(each.log);
+            });
+        });
         findOwn();
         findBelonging();
         waiting_.othersExist(otherLogsExist());
@@ -47,6 +54,11 @@ public:
     }
 
 private:
+    static ReadLimits limits(const ProofInput& input) {
+        if (input.until.empty()) return {};
+        return {.own = input.state.log, .until = &input.until};
+    }
+
     ProofTrouble& tell(Kind kind, const ComparedLog& log) {
         ProofTrouble trouble;
         trouble.kind = kind;

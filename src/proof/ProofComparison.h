@@ -34,6 +34,8 @@ struct ProofInput {
     std::uint64_t generation = 0;
     /// The readiness graph as this run read it; none where it could not be read.
     std::shared_ptr<const std::string> graph{};
+    /// Up to which line each log but the own one is read; empty for all logs whole.
+    std::map<std::string, std::int64_t> until{};
 };
 
 /// A log as it was read.

@@ -461,4 +461,16 @@ ProofKeeper::makeCheckpoint(const ProofComparison& comparison) {
     return stored;
 }
 
+tl::expected<void, FileError> ProofKeeper::packaged(const std::string& name,
+                                                    const std::string& number,
+                                                    const std::string& account) {
+    const std::scoped_lock lock(state_->mutex);
+    if (auto told = state_->ensureRun(account); !told) return told;
+    return state_->append(PackageLine{.name = name, .tagmanifest = number});
+}
+
+const ProofFolders& ProofKeeper::folders() const {
+    return state_->setup.folders;
+}
+
 } // namespace kelvo

@@ -120,6 +120,13 @@ public:
     /// that disagree. Fails where nothing is sealed or it cannot be stored.
     tl::expected<StoredCheckpoint, FileError> makeCheckpoint(const ProofComparison& comparison);
 
+    /// Notes in the own log that a package of that name was written.
+    tl::expected<void, FileError> packaged(const std::string& name, const std::string& number,
+                                           const std::string& account);
+
+    /// The folders that it keeps.
+    const ProofFolders& folders() const;
+
 private:
     struct State;
     /// To be called with the keeper's lock held.

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <limits>
 
 namespace kelvo {
 namespace fs = std::filesystem;
@@ -39,9 +40,15 @@ std::int64_t secondsSince1970(std::string_view moment) {
     return std::chrono::duration_cast<std::chrono::seconds>(parsed->time_since_epoch()).count();
 }
 
-ProofReading::ProofReading(const ProofFolders& folders)
-    : folders_(folders), vault_(folders, ""), outputFiles_(folders.outputs),
-      vaultFiles_(folders.vault()) {
+std::int64_t ReadLimits::of(const std::string& log) const {
+    if (until == nullptr || log == own) return std::numeric_limits<std::int64_t>::max();
+    const auto found = until->find(log);
+    return found == until->end() ? 0 : found->second;
+}
+
+ProofReading::ProofReading(const ProofFolders& folders, ReadLimits limits)
+    : folders_(folders), limits_(std::move(limits)), vault_(folders, ""),
+      outputFiles_(folders.outputs), vaultFiles_(folders.vault()) {
 }
 
 void ProofReading::read() {
@@ -77,7 +84,10 @@ std::optional<ReadLog> ProofReading::readLog(const fs::path& file) {
     ReadLog into;
     ComparedLog& log = into.log;
     std::string greatest;
+    std::int64_t limit = 0;
     const auto each = [&](const SealLineView& line) {
+        if (const auto* begin = std::get_if<BeginLine>(&line.fact)) limit = limits_.of(begin->log);
+        if (line.seq >= limit) return;
         if (line.ts < log.lastTs && !log.clockSetBackAt) log.clockSetBackAt = line.seq + 1;
         log.lastTs = line.ts;
         greatest = std::max(greatest, log.lastTs);
@@ -100,6 +110,11 @@ std::optional<ReadLog> ProofReading::readLog(const fs::path& file) {
     const auto reading = lines_.read(file, each);
     if (!reading) return std::nullopt;
     log.end = reading->end;
+    if (log.end.lines > limit) {
+        if (limit == 0) return std::nullopt;
+        log.end = {limit, hex(log.marks.back().head)};
+        return into;
+    }
     if (reading->damage) {
         log.damagedLine = reading->damage->line;
         log.unreadable = reading->damage->unreadable;

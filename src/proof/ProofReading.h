@@ -6,6 +6,7 @@
 #include "proof/SealLog.h"
 #include "proof/Vault.h"
 
+#include <map>
 #include <optional>
 #include <set>
 #include <string>
@@ -42,10 +43,19 @@ struct KeptRecord {
     std::string asOf;
 };
 
+/// How far logs are read: the own one whole, the others up to a line, or not at all where they are
+/// not named.
+struct ReadLimits {
+    std::string own;
+    const std::map<std::string, std::int64_t>* until = nullptr; ///< none: all logs whole
+
+    std::int64_t of(const std::string& log) const;
+};
+
 /// Reads the files that a comparison compares. Changes nothing.
 class ProofReading {
 public:
-    explicit ProofReading(const ProofFolders& folders);
+    explicit ProofReading(const ProofFolders& folders, ReadLimits limits = {});
 
     /// Reads all. The names in the outputs folder are listed first: whatever is found there was
     /// written before the logs were read.
@@ -75,6 +85,7 @@ private:
     void readDecision(const SealLineView& line, DecisionLine& fact, ReadLog& into);
 
     ProofFolders folders_;
+    ReadLimits limits_;
     Vault vault_;
     FolderReader outputFiles_;
     FolderReader vaultFiles_;

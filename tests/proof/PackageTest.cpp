@@ -146,5 +146,29 @@ TEST_F(Packages, LeaveNothingBehindWhereTheyAreStoppedOrRefused) {
                 ElementsAre(HasSubstr("The evidence b.txt of larkspur-01, line 5, is not here.")));
 }
 
+TEST_F(Packages, HoldOfOtherLogsWhatWasReadBefore) {
+    yearOfAda();
+    Computer grace(office, "larkspur-02");
+    grace.close("B", "one");
+    ProofInput input = ada->keeper->input(std::nullopt);
+    const ProofComparison read = compareProof(input);
+    for (const ComparedLog& log : read.logs)
+        input.until[log.id] = log.end.lines;
+    grace.close("B", "two");
+    Computer late(office, "larkspur-03");
+    late.identify();
+    ada->identify();
+    PackageRequest request = this->request("a");
+    request.comparison = compareProof(input);
+    EXPECT_EQ(request.comparison.decisions.size(), read.decisions.size() + 1);
+    request.checkpoint = ada->keeper->makeCheckpoint(request.comparison)->checkpoint;
+    const auto written = writePackage(request);
+    ASSERT_TRUE(written) << written.error().description;
+    const std::string id = read.logs[1].id.substr(0, 8);
+    const auto log = readFile(written->folder / "data/logs" / ("seals-" + id + ".ndjson")).value();
+    EXPECT_EQ(sha256Hex(log), read.logs[1].end.head);
+    EXPECT_EQ(files(written->folder / "data/logs").size(), 2U);
+}
+
 } // namespace
 } // namespace kelvo::test

@@ -5,6 +5,8 @@
 #include "base/Text.h"
 #include "graphjson/GraphJson.h"
 
+#include <array>
+#include <cstdlib>
 #include <set>
 #include <sstream>
 #include <stdexcept>
@@ -236,6 +238,11 @@ void WorldStory::tellOfTheEngine() {
     words["document"] = [this](Rest kind) {
         world->recordDocument(static_cast<ReportDocument::Kind>(std::stoi(kind)));
     };
+    words["handOver"] = [this](Rest folder) {
+        std::filesystem::create_directories(path(folder));
+        world->handOver("Jane Doe, Example CPA LLP", path(folder));
+        world.eventLoop.drain();
+    };
     words["owner"] = [this](Rest) { world->verifyKYC("Owner"); };
     words["verify"] = [this](Rest role) { world->verifyKYC(role); };
     words["play"] = [this](Rest) { world->play(); };
@@ -318,6 +325,24 @@ void WorldStory::lookAtTheEngine() {
     };
     figures["roleReadiness"] = [this](Rest) { return figure(world->roleReadiness()); };
     figures["readonly"] = [this](Rest) { return yes(world->roleReadonly()); };
+    figures["package"] = [this](Rest) -> std::string {
+        const auto& state = *world->package;
+        if (!state) return "none";
+        constexpr std::array names = {"reading", "refused", "writing", "written", "failed"};
+        return names[static_cast<std::size_t>(state->stage)] +
+               (state->reasons.empty() ? "" : ": " + joined(state->reasons, " "));
+    };
+    // Whether the package's manifests hold, and what its first line of the summary's logs says.
+    figures["checked"] = [this](Rest) {
+        const std::string folder = (*world->package)->folder;
+        const std::string check = "cd '" + folder +
+                                  "' && sha256sum --quiet --strict -c manifest-sha256.txt "
+                                  "tagmanifest-sha256.txt";
+        const Json summary = Json::parse(readFile(folder + "/data/summary.json").value());
+        return yes(std::system(check.c_str()) == 0) + ", " +
+               std::to_string(summary.at("logs").at(0).at("lines").get<int>()) + " lines, " +
+               std::to_string(summary.at("decisions").get<int>()) + " decisions";
+    };
     figures["standing"] = [this](Rest id) {
         const ProofStanding& all = (*world->proof)->standing;
         return std::string(nameOf(all.of(id)->standing)) + ", supported " + percent(all.supported) +

@@ -113,3 +113,23 @@ choose review.txt
 closeGap A
 drain
 ? standing A = supported, supported 100.0%
+
+== A package is handed over with the seal in it, and the log notes it
+mesh [["A"]]
+write review.txt is reviewed
+start
+begin
+owner
+handOver out
+? package = refused: No audit period is set.
+period 2026-01-01 2026-12-31
+choose review.txt
+closeGap A
+presence denied
+handOver out
+? package = none
+presence given
+handOver out
+? package = written
+? checked = yes, 6 lines, 4 decisions
+? totems = 4: Handed over to Jane Doe, Example CPA LLP | Closed A | Audit period 2026-01-01 to 2026-12-31 | Identity verified: Ada Byron (Owner)
