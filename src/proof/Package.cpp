@@ -2,6 +2,7 @@
 
 #include "base/Text.h"
 #include "proof/LineParser.h"
+#include "proof/PackageCards.h"
 #include "proof/ProofWords.h"
 #include "proof/RecordRebuild.h"
 #include "proof/SealLog.h"
@@ -273,6 +274,9 @@ private:
             "\nExternal-Description: SOC 2 audit package\nPayload-Oxum: " +
             std::to_string(bag_.payloadBytes()) + "." + std::to_string(bag_.payloadFiles()) + "\n";
         if (auto done = bag_.add("bag-info.txt", info); !done) return done;
+        for (const PackageCard& card : packageCards) {
+            if (auto done = bag_.add(std::string(card.name), card.text); !done) return done;
+        }
         return bag_.add("bagit.txt", "BagIt-Version: 1.0\nTag-File-Character-Encoding: UTF-8\n");
     }
 

@@ -64,9 +64,10 @@ protected:
                 .destination = destination,
                 .program = "1.0"};
     }
+    /// The exit status of a command line.
     static int shell(const fs::path& folder, const std::string& command) {
-        return std::system(
-            ("cd '" + folder.native() + "' && " + command + " >/dev/null 2>&1").c_str());
+        const std::string whole = "cd '" + folder.native() + "' && { " + command + "\n} >/dev/null";
+        return WEXITSTATUS(std::system((whole + " 2>&1").c_str()));
     }
     static std::set<std::string> files(const fs::path& folder) {
         std::set<std::string> found;
@@ -113,6 +114,41 @@ TEST_F(Packages, PassTheirOwnManifestsAndListEveryFile) {
     // The same logs at the same moment give the same bytes; a name that is taken is left alone.
     EXPECT_EQ(writePackage(request("b"))->number, written->number);
     EXPECT_FALSE(writePackage(request("b")));
+}
+
+TEST_F(Packages, AreFoundOutByTheirRecipeAlsoWithManifestsMadeAnew) {
+    yearOfAda();
+    const auto written = writePackage(request("a"));
+    ASSERT_TRUE(written) << written.error().description;
+    const std::string anew =
+        "; find data -type f | sort | xargs -d '\\n' sha256sum > manifest-sha256.txt;"
+        "find * -maxdepth 0 -type f ! -name 'tagm*' | xargs sha256sum > tagmanifest-sha256.txt";
+    const fs::path folder = written->folder.parent_path() / "tampered";
+    const auto tampered = [&](const std::string& what) {
+        fs::remove_all(folder);
+        fs::copy(written->folder, folder, fs::copy_options::recursive);
+        shell(folder, what);
+        return shell(folder, "sh check.sh");
+    };
+    EXPECT_EQ(tampered("true" + anew), 0);
+    EXPECT_EQ(tampered("echo >> data/readiness.csv"), 1);
+    EXPECT_EQ(tampered("ln -s /etc/passwd data/link"), 1);
+    for (const char* each : {
+             "sed -i s/evidence/Evidence/ data/evidence/*",
+             "sed -i 's/2026-01-31T/2025-01-31T/' data/records/*/*",
+             "sed -i 's/Approve it/Approve that/' data/logs/*",
+             "sed -i 4d data/logs/*",
+             "printf '{' >> data/logs/*",
+             "rm data/records/*/000003-*",
+             "cd data/records/* && cp 000003-* 000009-x; cd ../../..",
+             "sed -i 's/^lines: 6/lines: 5/' data/checkpoint.txt",
+         }) {
+        EXPECT_EQ(tampered(each + anew), 1) << each;
+    }
+    EXPECT_EQ(tampered("true"), 0);
+    // A checkpoint that somebody else kept, of more lines.
+    const std::string given = "sed 's/^lines: .*/lines: 7/' data/checkpoint.txt > ../given.txt; ";
+    EXPECT_EQ(shell(folder, given + "sh check.sh ../given.txt"), 1);
 }
 
 TEST_F(Packages, LeaveNothingBehindWhereTheyAreStoppedOrRefused) {
