@@ -92,7 +92,7 @@ TEST_F(Keeper, EachTamperingIsTold) {
              const std::string bytes = *readFile(ada.log());
              office.write(ada.log(), bytes.substr(0, bytes.rfind('\n', bytes.size() - 2) + 1));
          },
-         ""},
+         "The log of larkspur-01 is shorter than it was."},
         {"log emptied", [&] { office.write(ada.log(), ""); }, "log of larkspur-01"},
         {"log removed", [&] { fs::remove(ada.log()); }, "The log of larkspur-01 is gone."},
     };
