@@ -1,6 +1,7 @@
 #include "proof/ProofWords.h"
 
 #include "base/Text.h"
+#include "proof/ProofReading.h"
 
 #include <array>
 #include <map>
@@ -175,6 +176,17 @@ std::vector<std::string> troubleLines(const ProofComparison& comparison) {
         groups.erase(group);
     }
     return lines;
+}
+
+std::string checkpointReminder(const ProofComparison& comparison) {
+    if (comparison.decisions.empty()) return "";
+    constexpr std::int64_t day = 24 * 60 * 60;
+    const auto& last = comparison.lastCheckpoint;
+    const std::string& since = last ? *last : comparison.decisions.front().ts;
+    const std::int64_t days = (secondsSince1970(comparison.now) - secondsSince1970(since)) / day;
+    if (days < 31) return "";
+    return last ? "The last checkpoint is " + std::to_string(days) + " days old."
+                : "There is no checkpoint of the log yet.";
 }
 
 std::string adoptSentence(std::size_t records) {

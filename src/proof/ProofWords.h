@@ -21,6 +21,10 @@ std::vector<std::string> readinessRemarks(const ProofComparison& comparison);
 /// "Line 12 of the log of larkspur-02 does not follow line 11.". Only those that need a look.
 std::vector<std::string> troubleLines(const ProofComparison& comparison);
 
+/// "The last checkpoint is 35 days old.", or that there is none yet, once a month has passed since
+/// it or since the first decision. Empty before that.
+std::string checkpointReminder(const ProofComparison& comparison);
+
 /// How a log is called: its computer, else the first 8 digits of its id.
 std::string logName(std::string_view computer, std::string_view id);
 

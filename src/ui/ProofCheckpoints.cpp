@@ -30,6 +30,10 @@ int ProofView::checkpointCount() const {
     return static_cast<int>(comparison().checkpoints.size());
 }
 
+QString ProofView::checkpointReminder() const {
+    return mayDecide() ? text(kelvo::checkpointReminder(comparison())) : QString();
+}
+
 QStringList ProofView::checkpoints() const {
     QStringList rows;
     const auto& all = comparison().checkpoints;

@@ -48,6 +48,8 @@ class ProofView : public QObject {
     Q_PROPERTY(bool mayMend READ mayMend NOTIFY changed)
     Q_PROPERTY(bool mayDecide READ mayDecide NOTIFY changed)
 
+    /// That it is time for a checkpoint; empty where it is not, or not for this person.
+    Q_PROPERTY(QString checkpointReminder READ checkpointReminder NOTIFY changed)
     Q_PROPERTY(int checkpointCount READ checkpointCount NOTIFY changed)
     Q_PROPERTY(QStringList checkpoints READ checkpoints NOTIFY changed)
     Q_PROPERTY(QString checkpointText READ checkpointText NOTIFY checkpointChanged)
@@ -92,6 +94,7 @@ public:
     bool mayMend() const;   ///< restore a record, supply evidence
     bool mayDecide() const; ///< adopt records, make a checkpoint
 
+    QString checkpointReminder() const;
     int checkpointCount() const;
     QStringList checkpoints() const;
     QString checkpointText() const;

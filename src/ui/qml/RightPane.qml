@@ -100,6 +100,7 @@ Page {
         anchors.fill: parent
         begin: pane.begin
         columnWidth: pane.columnWidth
+        bannerHeight: banner.covering
         engine: pane.engine
         visible: pane.current === ""
     }
@@ -158,6 +159,18 @@ Page {
 
             onBackWanted: pane.back()
         }
+    }
+    Banner {
+        id: banner
+
+        // A page with a decision keeps its foot in view.
+        readonly property real foot: workspace.visible ? workspace.footHeight : pane.current.startsWith("begin") ? Theme.length(64) : 0
+
+        columnWidth: pane.columnWidth
+        engine: pane.engine
+        proof: pane.proof
+        width: parent.width
+        y: parent.height - height - foot
     }
     Connections {
         function onListTaken() {

@@ -10,6 +10,9 @@ FocusScope {
     required property EngineView engine
     required property BeginView begin
     required property real columnWidth
+    // Of what lies over the foot of the page for a while.
+    property real bannerHeight: 0
+    readonly property real footHeight: reminder.visible ? reminder.height : 0
     readonly property real margin: Theme.margin(width)
     readonly property alias atYBeginning: scroller.atYBeginning
     readonly property bool beginning: begin.stage !== BeginView.Stage.done
@@ -39,7 +42,7 @@ FocusScope {
 
         anchors.fill: parent
         contentHeight: form.height + pane.margin + covered
-        covered: pane.engine.nextAction === "" ? 0 : reminder.height
+        covered: (pane.engine.nextAction === "" ? 0 : reminder.height) + pane.bannerHeight
         objectName: "rightScroller"
 
         onContentHeightChanged: pane.showBeginning()

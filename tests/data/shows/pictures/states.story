@@ -94,3 +94,22 @@ click Restore
 click makeCheckpoint
 resize 1440x900
 picture checkpoint-1440x900
+
+== What came of an action, at the foot of the right pane
+organisation
+open 1440x900
+owner
+write access review.txt is every account was matched
+choose access review.txt
+closeGap CC6-access
+click bannerEarlier
+picture banner-1440x900
+
+== The same where there is little room
+organisation
+open 860x560
+owner
+write access review.txt is every account was matched
+choose access review.txt
+closeGap CC6-access
+picture banner-860x560
