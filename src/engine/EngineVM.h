@@ -184,6 +184,8 @@ public:
 
     /// Proves the person's identity and takes on `role`.
     void verifyKYC(const std::string& role);
+    /// Takes the identity off, so that the next person can verify theirs. Nothing is recorded.
+    void leaveIdentity();
     /// Completes a control of the person's role in the way that the control names.
     void closeRoleControl(const RoleMap::Control& control);
     void attestRoleControl(const RoleMap::Control& control);

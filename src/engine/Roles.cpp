@@ -93,6 +93,13 @@ void EngineVM::verifyKYC(const std::string& chosenRole) {
     proposeNBA();
 }
 
+void EngineVM::leaveIdentity() {
+    if (deferred([this] { leaveIdentity(); })) return;
+    principal.set(std::nullopt);
+    role.set(std::nullopt);
+    proposeNBA();
+}
+
 void EngineVM::closeRoleControl(const RoleMap::Control& control) {
     if (deferred([this, control] { closeRoleControl(control); })) return;
     if (roleReadonly()) return;

@@ -326,6 +326,10 @@ void EngineView::runNext() {
     }
 }
 
+void EngineView::leaveIdentity() {
+    later([this] { engine_.leaveIdentity(); });
+}
+
 void EngineView::verifyKYC(const QString& role) {
     later([this, name = role.toStdString()] { engine_.verifyKYC(name); });
 }

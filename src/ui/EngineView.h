@@ -163,6 +163,7 @@ public:
     Q_INVOKABLE void bondCollapse();
     Q_INVOKABLE void runNext();
     Q_INVOKABLE void verifyKYC(const QString& role);
+    Q_INVOKABLE void leaveIdentity();
     /// Completes the role's control in this row of `roleControls`.
     Q_INVOKABLE void closeRoleControl(int row);
     Q_INVOKABLE void generatePolicy(const QString& criterion);

@@ -49,4 +49,9 @@ Card {
             onClicked: section.engine.verifyKYC(section.chosen || section.firstRole || "Owner")
         }
     }
+    Note {
+        color: Theme.tertiary
+        font.pixelSize: Theme.small
+        text: "Here: your password or fingerprint, by this computer's own login."
+    }
 }

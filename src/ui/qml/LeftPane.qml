@@ -9,6 +9,9 @@ Page {
     id: pane
 
     required property EngineView engine
+    required property ProofView proof
+
+    signal pageWanted(string name)
 
     function toggle() {
         if (engine.running)
@@ -201,8 +204,27 @@ Page {
                 }
                 Note {
                     font.pixelSize: Theme.small
-                    text: "Nothing is sealed yet. What you approve appears here."
+                    text: pane.proof.earlierRecords > 0 ? "Nothing is sealed in this run yet." : "Nothing is sealed yet. What you approve appears here."
                     visible: rows.count === 0
+                }
+                RowLayout {
+                    Layout.fillWidth: true
+                    spacing: Theme.s
+                    visible: pane.proof.earlierRecords > 0
+
+                    Note {
+                        font.pixelSize: Theme.small
+                        objectName: "earlierRecords"
+                        text: (pane.proof.earlierRecords === 1 ? "1 earlier record is in %1." : pane.proof.earlierRecords + " earlier records are in %1.").arg(pane.proof.outputsFolder)
+                    }
+                    LinkButton {
+                        Accessible.name: "Show the earlier records"
+                        Layout.alignment: Qt.AlignTop
+                        objectName: "showEarlier"
+                        text: "Show"
+
+                        onClicked: pane.pageWanted("proof")
+                    }
                 }
             }
         }

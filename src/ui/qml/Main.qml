@@ -113,6 +113,9 @@ ApplicationWindow {
                 SplitView.minimumWidth: Math.min(Theme.length(280), window.width * 0.45)
                 SplitView.preferredWidth: Math.max(Theme.length(300), window.width * 0.34)
                 engine: window.engine
+                proof: window.proof
+
+                onPageWanted: name => right.openPage(name)
             }
             RightPane {
                 id: right

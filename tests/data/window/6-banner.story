@@ -27,3 +27,20 @@ owner
 click bannerCheckpoint
 ? is text pageTitle = Checkpoint
 ? is text bannerWords = Checkpoint of the log made: 5 lines.
+
+== Another person takes over, and the records of before are named
+organisation
+start
+begin
+owner
+stop
+open
+? shows Nothing is sealed in this run yet. = yes
+? is text earlierRecords = 1 earlier record is in *
+click showEarlier
+? is text pageTitle = Proof
+press Escape
+owner
+click notYou
+? shows Get started = yes
+? shows You are: Ada Byron · Owner = no
