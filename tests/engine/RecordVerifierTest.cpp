@@ -58,5 +58,69 @@ TEST(RecordVerifier, AcceptsWhatTwoRunsSealedAndFindsWhatWasChangedRemovedOrMade
     EXPECT_EQ(verdict(world), 1) << "what follows hangs on nothing";
 }
 
+TEST(RecordVerifier, FindsWhatWasDoneToTheProofOfARealYear) {
+    WorldStory story;
+    story.world.writeMesh({{"A/ü\t\x01\x7F", 0.1, 1}, {"B", 0, 3}, {"C", 0, 2}, {"D", 0, 1}});
+    story.act("write évidence \"1\".txt is x");
+    for (const char* line : {"start",
+                             "begin",
+                             "owner",
+                             "play",
+                             "fire 44",
+                             "bond",
+                             "choose évidence \"1\".txt",
+                             "closeGap A/ü\\t\\x01\\x7f",
+                             "attest [\"B\",\"Sign: read\",\"attest\"]",
+                             "secure [\"C\",\"Lock\",\"os\"]",
+                             "period 2026-01-01 2026-12-31",
+                             "document 0",
+                             "document 3",
+                             "dates x 2026-01-01 2026-01-31",
+                             "note exception B - late",
+                             "note withdrawal B 3 wrong",
+                             "handOver package",
+                             "drain",
+                             "hours 24",
+                             "start",
+                             "begin",
+                             "owner",
+                             "drain"})
+        story.act(line);
+    const World& world = story.world;
+    const std::filesystem::path whole = world.outputs().parent_path();
+    const std::filesystem::path copy = world.root() / "tampered";
+    const auto tampered = [&](const std::string& what) {
+        std::filesystem::remove_all(copy);
+        std::filesystem::copy(whole, copy, std::filesystem::copy_options::recursive);
+        const std::string command = "cd '" + copy.string() + "' && chmod -R u+w . && " + what +
+                                    " && exec python3 " KELVO_VERIFIER " outputs > said 2>&1";
+        const int status = std::system(command.c_str());
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    };
+    const auto said = [&] { return readFile(copy / "said").value_or(""); };
+    ASSERT_EQ(tampered("true"), 0) << said();
+    EXPECT_NE(said().find("13 decisions in 1 log"), std::string::npos) << said();
+    const std::pair<const char*, const char*> table[] = {
+        {"sed -i 's/Sign: read/Sign: seen/' outputs/*", "altered"},
+        {"rm outputs/control-2-*", "gone: a log names it"},
+        {"cp outputs/control-2-* outputs/control-2-b.totem.json", "unlisted"},
+        {"printf x >> proof/vault/$(printf x | sha256sum | cut -c -64)", "other bytes"},
+        {"rm proof/vault/$(printf x | sha256sum | cut -c -64)", "is not in the vault"},
+        {"sed -i 's/Close A/Close B/' proof/seals-*", "does not fit"},
+        {"sed -i 4d proof/seals-*", "has seq"},
+        {"sed -i '4{h;d};5{G}' proof/seals-*", "has seq"},
+        {"sed -i '1s/\"v\":1/\"v\":1,\"x\":1/' proof/seals-*", "members of its kind"},
+        {"sed -i '$a null' proof/seals-*", "is not an object"},
+        {"sed -i \"\\$a $(printf '%9000s' | tr ' ' '[')\" proof/seals-*", "nested too deeply"},
+        {"mv proof/seals-* proof/seals-0A000000.ndjson", "which its file does not"},
+    };
+    for (const auto& [what, finding] : table) {
+        EXPECT_EQ(tampered(what), 1) << what;
+        EXPECT_NE(said().find(finding), std::string::npos) << what << "\n" << said();
+        EXPECT_EQ(said().find("Traceback"), std::string::npos) << said();
+    }
+    EXPECT_EQ(tampered("mv outputs elsewhere"), 2) << said();
+}
+
 } // namespace
 } // namespace kelvo::test
