@@ -120,6 +120,49 @@ TEST(RecordVerifier, FindsWhatWasDoneToTheProofOfARealYear) {
         EXPECT_EQ(said().find("Traceback"), std::string::npos) << said();
     }
     EXPECT_EQ(tampered("mv outputs elsewhere"), 2) << said();
+
+    const std::string manifests =
+        "; find data -type f | LC_ALL=C sort | xargs sha256sum > manifest-sha256.txt;"
+        "sed -i \"s/^Payload-Oxum.*/Payload-Oxum: $(cat $(find data -type f) | wc -c)."
+        "$(find data -type f | wc -l)/\" bag-info.txt;"
+        "ls -p | grep -v -e / -e tagm | LC_ALL=C sort | xargs sha256sum > tagmanifest-sha256.txt; "
+        "cd ..";
+    const auto packed = [&](const std::string& what, const std::string& path) {
+        return tampered("cp -r ../package/* outputs/p && cd outputs/p && " + what + manifests +
+                        "; mv p package; python3 -m zipfile -c package.zip package; cd .. && exec "
+                        "python3 " KELVO_VERIFIER " outputs/" +
+                        path + " > said 2>&1");
+    };
+    ASSERT_EQ(packed("true", "package"), 0) << said();
+    ASSERT_EQ(packed("true", "package.zip"), 0) << said();
+    const std::pair<const char*, const char*> inside[] = {
+        {"sed -i s/supported,annual/attested,annual/ data/readiness.csv", "assurance is"},
+        {"sed -i 's/Ada Byron/Eve Byron/' data/decisions.csv", "person is"},
+        {"sed -i 's/,kept,/,missing,/' data/evidence.csv", "kept is"},
+        {"sed -i '1s/^...//' data/decisions.csv", "not in the form of a sheet"},
+        {"sed -i 's/\"readiness\" : 0/\"readiness\" : 1/' data/summary.json", "readiness is not"},
+        {"sed -i 's/\"g\": *0/\"g\":1/' data/graph/*.json", "the last run read"},
+        {"rm data/evidence/*", "is not here"},
+        {"rm data/records/*/000003-*", "is not here"},
+        {"touch data/evidence/x", "the logs call for"},
+        {"sed -i 's/^lines: .*/lines: 3/' data/checkpoint.txt", "of the checkpoint"},
+        {"printf '{' >> data/logs/$(ls data/logs)", "that are no line"},
+        {"ln -s /etc/passwd data/link", "is a link"},
+        {"echo '{\"assessment-results\":{\"results\":[{}]}}' > data/assessment-results.json",
+         "of another time"},
+        {"echo '<p onclick=x>' > data/report.html", "holds a script"},
+        {"echo '[]' > data/summary.json", "is not an object"},
+    };
+    for (const auto& [what, finding] : inside) {
+        EXPECT_EQ(packed(what, "package"), 1) << what;
+        EXPECT_NE(said().find(finding), std::string::npos) << what << "\n" << said();
+        EXPECT_EQ(said().find("Traceback"), std::string::npos) << said();
+    }
+    const std::string entry =
+        "python3 -c \"import zipfile; z = zipfile.ZipFile('outputs/x.zip', 'w'); "
+        "z.writestr('../x', ''); z.close()\"";
+    EXPECT_EQ(tampered(entry + " && exec python3 " KELVO_VERIFIER " outputs/x.zip > said 2>&1"), 1);
+    EXPECT_NE(said().find("leads outside"), std::string::npos) << said();
 }
 
 } // namespace
