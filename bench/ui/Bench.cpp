@@ -2,6 +2,7 @@
 // the window, off screen in the software renderer.
 
 #include "platform/desktop/QtTicker.h"
+#include "ui/AuditView.h"
 #include "ui/BeginView.h"
 #include "ui/EngineView.h"
 #include "ui/MainWindow.h"
@@ -67,7 +68,8 @@ public:
                                             .programs = programs_,
                                             .account = {},
                                             .openSample = [] { return false; }});
-        window_ = std::make_unique<MainWindow>(*view_, *proof_, *begin_);
+        audit_ = std::make_unique<AuditView>(engine, programs_);
+        window_ = std::make_unique<MainWindow>(*view_, *proof_, *begin_, *audit_);
         window_->window()->resize(1440, 900);
         // At half the drive no model reaches the limit, and the loop runs on.
         engine.throttle();
@@ -97,6 +99,7 @@ private:
     std::unique_ptr<EngineView> view_;
     std::unique_ptr<ProofView> proof_;
     std::unique_ptr<BeginView> begin_;
+    std::unique_ptr<AuditView> audit_;
     std::unique_ptr<MainWindow> window_;
 };
 

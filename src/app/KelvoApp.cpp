@@ -18,6 +18,7 @@
 #include "platform/presence/PamAuthentication.h"
 #include "responder/BuiltInResponder.h"
 #include "ui/Appearance.h"
+#include "ui/AuditView.h"
 #include "ui/BeginView.h"
 #include "ui/DialogFilePanel.h"
 #include "ui/EngineView.h"
@@ -81,8 +82,8 @@ struct Platform {
 /// The window, once one is wanted, in the desktop's preference.
 class Front {
 public:
-    Front(EngineView& view, ProofView& proof, BeginView& begin)
-        : view_(view), proof_(proof), begin_(begin) {
+    Front(EngineView& view, ProofView& proof, BeginView& begin, AuditView& audit)
+        : view_(view), proof_(proof), begin_(begin), audit_(audit) {
         QObject::connect(&appearance_, &Appearance::changed, &appearance_, [this] { follow(); });
     }
 
@@ -90,7 +91,7 @@ public:
     /// program.
     bool show() {
         if (!window_) {
-            window_.emplace(view_, proof_, begin_);
+            window_.emplace(view_, proof_, begin_, audit_);
             follow();
         }
         window_->raise();
@@ -110,6 +111,7 @@ private:
     EngineView& view_;
     ProofView& proof_;
     BeginView& begin_;
+    AuditView& audit_;
     Appearance appearance_;
     std::optional<MainWindow> window_;
 };
@@ -194,7 +196,8 @@ int run(int argc, char** argv) {
                                          .programs = platform.programs,
                                          .account = platform.account.fullName(),
                                          .openSample = openSampleOrganisation});
-    Front front(view, proof, begin);
+    AuditView audit(EngineVM::shared(), platform.programs);
+    Front front(view, proof, begin, audit);
     // The bus starts the program for a question, too, or to match what is typed: no window then.
     const bool byTheBus = QGuiApplication::arguments().contains(QStringLiteral("--service"));
     if (!byTheBus && !front.show()) return 1;

@@ -180,6 +180,8 @@ public:
     /// The closed share of the role's controls, or `readiness` for a role without controls.
     double roleReadiness() const;
     bool roleReadonly() const;
+    /// The owner, verified: who decides for the organisation.
+    bool mayDecide() const;
     std::optional<RoleMap::Control> nextRoleControl() const;
 
     /// Proves the person's identity and takes on `role`.
@@ -364,7 +366,6 @@ private:
     void takeComparison(const std::shared_ptr<const ProofComparison>& result, int tries);
     void showLook(const std::string& root, Verification result);
     const LoggedDecision* decisionWith(const std::string& root) const;
-    bool mayDecide() const;
     bool mayRecord(const std::string& criterion) const;
     void askHandOver(const ProofComparison& read, bool anyway);
     void writeHandOver(const std::vector<HandedLog>& logs, std::vector<std::string> warnings,

@@ -1,5 +1,6 @@
 #include "ui/MainWindow.h"
 
+#include "ui/AuditView.h"
 #include "ui/BeginView.h"
 #include "ui/EngineView.h"
 #include "ui/ProofView.h"
@@ -35,11 +36,12 @@ void MainWindow::prepare() {
     QQuickStyle::setStyle(QStringLiteral("Fusion"));
 }
 
-MainWindow::MainWindow(EngineView& view, ProofView& proof, BeginView& begin) {
+MainWindow::MainWindow(EngineView& view, ProofView& proof, BeginView& begin, AuditView& audit) {
     qml_.addImportPath(QStringLiteral("qrc:/qt/qml"));
     qml_.setInitialProperties({{QStringLiteral("engine"), QVariant::fromValue(&view)},
                                {QStringLiteral("proof"), QVariant::fromValue(&proof)},
-                               {QStringLiteral("begin"), QVariant::fromValue(&begin)}});
+                               {QStringLiteral("begin"), QVariant::fromValue(&begin)},
+                               {QStringLiteral("audit"), QVariant::fromValue(&audit)}});
     qml_.load(QUrl(QStringLiteral("qrc:/qt/qml/Kelvo/Main.qml")));
     if (QQuickWindow* loaded = window()) {
         loaded->resize(openingSize().expandedTo(loaded->minimumSize()));

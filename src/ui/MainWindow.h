@@ -6,6 +6,7 @@ class QQuickWindow;
 
 namespace kelvo {
 
+class AuditView;
 class BeginView;
 class EngineView;
 class ProofView;
@@ -18,7 +19,7 @@ public:
     static void prepare();
 
     /// Loads and shows the window. The views must outlive it.
-    MainWindow(EngineView& view, ProofView& proof, BeginView& begin);
+    MainWindow(EngineView& view, ProofView& proof, BeginView& begin, AuditView& audit);
     ~MainWindow();
     MainWindow(const MainWindow&) = delete;
     MainWindow& operator=(const MainWindow&) = delete;

@@ -77,6 +77,7 @@ Stage::Stage() {
 
 Stage::~Stage() {
     main_.reset();
+    audit_.reset();
     begin_.reset();
     proof_.reset();
     view_.reset();
@@ -92,7 +93,8 @@ void Stage::open(int width, int height) {
                                                 .programs = programs,
                                                 .account = world.account.fullName(),
                                                 .openSample = [this] { return ++samples_ > 0; }});
-    main_ = std::make_unique<MainWindow>(*view_, *proof_, *begin_);
+    audit_ = std::make_unique<AuditView>(world.engine(), programs);
+    main_ = std::make_unique<MainWindow>(*view_, *proof_, *begin_, *audit_);
     world->beginProof();
     if (main_->window() == nullptr) throw std::runtime_error("the window does not load");
     window().resize(width, height);
@@ -206,6 +208,12 @@ void Stage::tellOfThePerson() {
         QQuickItem* item = find(QString::fromStdString(name));
         if (item == nullptr) throw std::runtime_error("there is no " + name);
         item->forceActiveFocus(Qt::TabFocusReason);
+    };
+    // What the desktop's own chooser of folders answers.
+    words["into"] = [this](Rest folder) {
+        audit_->handOver(find("recipient")->property("text").toString(),
+                         QUrl::fromLocalFile(QString::fromStdString(path(folder).string())), false);
+        settle();
     };
     words["press"] = [this](Rest key) { press(QString::fromStdString(key)); };
     words["hold"] = [this](Rest key) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "support/WorldStory.h"
+#include "ui/AuditView.h"
 #include "ui/BeginView.h"
 #include "ui/EngineView.h"
 #include "ui/MainWindow.h"
@@ -62,6 +63,7 @@ private:
     std::unique_ptr<EngineView> view_;
     std::unique_ptr<ProofView> proof_;
     std::unique_ptr<BeginView> begin_;
+    std::unique_ptr<AuditView> audit_;
     int samples_ = 0; ///< opened
     std::unique_ptr<MainWindow> main_;
     bool hurried_ = false; ///< the next line comes before what is due has happened

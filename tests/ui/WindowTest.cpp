@@ -77,7 +77,8 @@ TEST(Size, OpensWithinTheScreenAndNothingReachesOutOfItsPaneAtTheSmallest) {
     stage.act("open 860x560");
     EngineView view(stage.engine());
     ProofView proof(stage.engine(), stage.programs);
-    const MainWindow another(view, proof, stage.begin());
+    AuditView audit(stage.world.engine(), stage.programs);
+    const MainWindow another(view, proof, stage.begin(), audit);
     const QSize screen = another.window()->screen()->availableSize();
     ASSERT_LT(screen.height(), 900) << "else nothing is shown here";
     EXPECT_LT(another.window()->height(), screen.height());

@@ -10,6 +10,7 @@ ApplicationWindow {
     required property EngineView engine
     required property ProofView proof
     required property BeginView begin
+    required property AuditView audit
     // The desktop prefers dark surfaces.
     property bool dark: false
 
@@ -121,6 +122,7 @@ ApplicationWindow {
                 id: right
 
                 SplitView.fillWidth: true
+                audit: window.audit
                 begin: window.begin
                 engine: window.engine
                 proof: window.proof

@@ -9,6 +9,7 @@ Item {
 
     required property EngineView engine
     required property ProofView proof
+    required property AuditView audit
     required property real columnWidth
     required property string page
     required property string title
@@ -80,6 +81,7 @@ Item {
             visible: head.engine.hasMesh
         }
         PaneMenu {
+            audit: head.audit
             proof: head.proof
 
             onPageWanted: name => head.pageWanted(name)

@@ -8,6 +8,7 @@ ActionButton {
     id: button
 
     required property ProofView proof
+    required property AuditView audit
 
     signal pageWanted(string name)
 
@@ -22,6 +23,17 @@ ActionButton {
         sequences: ["F10", "Alt+M"]
 
         onActivated: button.clicked()
+    }
+    Shortcut {
+        sequence: "Ctrl+1"
+
+        onActivated: button.pageWanted("evidence")
+    }
+    Shortcut {
+        enabled: button.audit.mayDecide
+        sequence: "Ctrl+3"
+
+        onActivated: button.pageWanted("handOver")
     }
     Shortcut {
         sequence: "Ctrl+2"
@@ -41,12 +53,28 @@ ActionButton {
             radius: Theme.controlRadius
         }
         PaneMenuItem {
+            keys: "Ctrl+1"
+            symbol: "doc.text"
+            text: "Evidence"
+
+            onTriggered: button.pageWanted("evidence")
+        }
+        PaneMenuItem {
             keys: "Ctrl+2"
             needsLook: button.proof.standing === ProofView.Standing.look
             symbol: "link"
             text: "Proof"
 
             onTriggered: button.pageWanted("proof")
+        }
+        PaneMenuItem {
+            height: visible ? implicitHeight : 0
+            keys: "Ctrl+3"
+            symbol: "doc.on.doc"
+            text: "Hand-over"
+            visible: button.audit.mayDecide
+
+            onTriggered: button.pageWanted("handOver")
         }
     }
 }

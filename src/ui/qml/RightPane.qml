@@ -12,6 +12,7 @@ Page {
     required property EngineView engine
     required property ProofView proof
     required property BeginView begin
+    required property AuditView audit
     readonly property real columnWidth: Math.min(width - 2 * Theme.margin(width), Theme.length(820))
     // Page names, the one on top last.
     property var opened: []
@@ -20,6 +21,8 @@ Page {
     readonly property string current: opened.length > 0 ? opened[opened.length - 1] : ""
     readonly property var titles: ({
             "": pane.title,
+            "evidence": "Evidence",
+            "handOver": "Hand-over",
             "proof": "Proof",
             "checkpoint": "Checkpoint",
             "check": "Check a checkpoint",
@@ -75,6 +78,7 @@ Page {
         PaneHeader {
             id: head
 
+            audit: pane.audit
             columnWidth: pane.columnWidth
             engine: pane.engine
             page: pane.current
@@ -103,6 +107,26 @@ Page {
         bannerHeight: banner.covering
         engine: pane.engine
         visible: pane.current === ""
+    }
+    Section {
+        shown: pane.made.includes("evidence")
+
+        delegate: EvidencePage {
+            anchors.fill: parent
+            audit: pane.audit
+            columnWidth: pane.columnWidth
+            visible: pane.current === "evidence"
+        }
+    }
+    Section {
+        shown: pane.made.includes("handOver")
+
+        delegate: HandOverPage {
+            anchors.fill: parent
+            audit: pane.audit
+            columnWidth: pane.columnWidth
+            visible: pane.current === "handOver"
+        }
     }
     Section {
         shown: pane.made.includes("proof")

@@ -113,3 +113,27 @@ write access review.txt is every account was matched
 choose access review.txt
 closeGap CC6-access
 picture banner-860x560
+
+== What the evidence carries, and the hand-over
+organisation
+open 1440x900
+owner
+write access review.txt is every account was matched
+choose access review.txt
+closeGap CC6-access
+press Ctrl+1
+click askPeriod
+click sealPeriod
+click bannerClose
+picture evidence-1440x900
+press Ctrl+3
+folder packages
+click recipient
+type Jane Doe, Example CPA LLP
+into packages
+click bannerClose
+picture hand-over-1440x900
+resize 860x560
+picture hand-over-860x560
+press Ctrl+1
+picture evidence-860x560
