@@ -15,6 +15,7 @@
 namespace kelvo {
 namespace {
 
+constexpr QLatin1StringView dayForm("A day is written as year-month-day, for instance 2026-01-31.");
 constexpr int progressEveryMs = 200;
 
 constexpr std::array documentKinds = {ReportDocument::Kind::description,
@@ -89,6 +90,7 @@ AuditView::AuditView(EngineVM& engine, OtherPrograms& programs, QObject* parent)
                  {"standing", [](const Row& row) { return QVariant(row.standing); }},
                  {"words", [](const Row& row) { return QVariant(row.words); }},
                  {"detail", [](const Row& row) { return QVariant(row.detail); }},
+                 {"evidence", [](const Row& row) { return QVariant(row.evidence); }},
                  {"cells", [](const Row& row) { return QVariant(row.cells); }}}) {
     subscriptions_.push_back(engine.proof.observe({}, [this] { show(); }));
     subscriptions_.push_back(engine.role.observe({}, [this] { Q_EMIT changed(); }));
@@ -192,9 +194,21 @@ AuditView::Row AuditView::rowOf(std::size_t place) const {
             row.detail += QStringLiteral(" · recorded %1 days later").arg(*late);
         }
     }
+    if (const LoggedDecision* document = documentOf(place)) {
+        row.evidence = text(document->evidenceName);
+    }
     for (const DueInterval& each : found.intervals)
         row.cells.append(cellOf(each.state));
     return row;
+}
+
+const LoggedDecision* AuditView::documentOf(std::size_t place) const {
+    const LoggedDecision* last = nullptr;
+    for (const Closing& each : standing().standings[place].closings) {
+        const LoggedDecision& decision = comparison().decisions[each.decision];
+        if (!each.withdrawn && !decision.byStatement) last = &decision;
+    }
+    return last;
 }
 
 void AuditView::show() {
@@ -284,7 +298,7 @@ QString AuditView::setPeriod(bool type2, const QString& from, const QString& to,
     const auto first = parseIsoDay(from.trimmed().toStdString());
     const auto last = type2 ? parseIsoDay(to.trimmed().toStdString()) : first;
     if (!first || !last) {
-        return QStringLiteral("A day is written as year-month-day, for instance 2026-01-31.");
+        return QString(dayForm);
     }
     if (*last < *first) return QStringLiteral("The period ends before it begins.");
     AuditPeriod period{.type2 = type2,
@@ -293,6 +307,34 @@ QString AuditView::setPeriod(bool type2, const QString& from, const QString& to,
                        .categories = {"Security"},
                        .firm = firm.trimmed().toStdString()};
     QTimer::singleShot(0, this, [this, period = std::move(period)] { engine_.setPeriod(period); });
+    return {};
+}
+
+QString AuditView::setDates(int row, const QString& from, const QString& to,
+                            const QString& producedBy, const QString& source,
+                            const QString& population) {
+    const auto place = static_cast<std::size_t>(row);
+    const LoggedDecision* document =
+        row >= 0 && place < standing().standings.size() ? documentOf(place) : nullptr;
+    if (document == nullptr) return QStringLiteral("There is no document to date.");
+    const auto first = parseIsoDay(from.trimmed().toStdString());
+    const auto last = parseIsoDay(to.trimmed().toStdString());
+    if (!first || !last) return QString(dayForm);
+    if (*last < *first) return QStringLiteral("The last day is before the first.");
+    if (*last > standing().today) {
+        return QStringLiteral("Days that are still to come cannot be covered: the whole item would "
+                              "count for nothing.");
+    }
+    const EvidenceItem item{.root = document->evidenceRoot,
+                            .name = document->evidenceName,
+                            .coversFrom = isoDay(*first),
+                            .coversTo = isoDay(*last),
+                            .producedAt = "",
+                            .producedBy = producedBy.trimmed().toStdString(),
+                            .source = source.trimmed().toStdString(),
+                            .parameters = "",
+                            .population = population.trimmed().toStdString()};
+    QTimer::singleShot(0, this, [this, item] { engine_.recordEvidenceDates({item}); });
     return {};
 }
 

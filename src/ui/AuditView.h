@@ -81,6 +81,12 @@ public:
     /// is wrong with a field, empty where the engine was asked.
     Q_INVOKABLE QString setPeriod(bool type2, const QString& from, const QString& to,
                                   const QString& firm);
+    /// Has the engine ask for and seal which days the last evidence of a criterion (the row of
+    /// this place) speaks of. What is not known stays empty; the days are needed. Answers as
+    /// `setPeriod`.
+    Q_INVOKABLE QString setDates(int row, const QString& from, const QString& to,
+                                 const QString& producedBy, const QString& source,
+                                 const QString& population);
     /// `kind` is the place in `documents`.
     Q_INVOKABLE void addDocument(int kind);
     Q_INVOKABLE void handOver(const QString& recipient, const QUrl& folder, bool anyway);
@@ -101,6 +107,7 @@ private:
         QString standing{}; ///< "partial"
         QString words{};    ///< "Partial 2 of 3"
         QString detail{};
+        QString evidence{};   ///< name of the last closing's file whose days can be recorded
         QVariantList cells{}; ///< "notOver", "missed", "byWord", "met", in order
 
         bool operator==(const Row&) const = default;
@@ -111,6 +118,8 @@ private:
     const ProofStanding& standing() const;
     void show();
     Row rowOf(std::size_t place) const;
+    /// The decision by which a criterion was last closed with a document; none where there is none.
+    const LoggedDecision* documentOf(std::size_t place) const;
 
     EngineVM& engine_;
     OtherPrograms& programs_;

@@ -9,6 +9,9 @@ PageColumn {
 
     required property AuditView audit
     property bool asking: false
+    // The row whose evidence is being dated; none below 0.
+    property int dating: -1
+    property string datingName: ""
 
     objectName: "evidencePage"
 
@@ -45,6 +48,17 @@ PageColumn {
             onDone: page.asking = false
         }
     }
+    Section {
+        shown: page.dating >= 0
+
+        delegate: DatesForm {
+            audit: page.audit
+            evidence: page.datingName
+            row: page.dating
+
+            onDone: page.dating = -1
+        }
+    }
     Card {
         heading: "Criteria"
         visible: rows.count > 0
@@ -65,6 +79,8 @@ PageColumn {
                 required property string standing
                 required property string words
                 required property string detail
+                required property string evidence
+                required property int index
                 required property var cells
 
                 Accessible.name: (title !== "" ? criterion + ", " + title : criterion) + ", " + detail + ", " + words
@@ -79,6 +95,18 @@ PageColumn {
 
                     Words {
                         text: row.title || row.criterion
+                    }
+                    LinkButton {
+                        Accessible.name: "Set the dates of " + row.evidence
+                        objectName: "dates-" + row.criterion
+                        text: "Set the dates…"
+                        visible: row.evidence !== "" && page.audit.mayDecide
+
+                        onClicked: {
+                            page.datingName = row.evidence;
+                            page.dating = row.index;
+                            page.contentY = 0;
+                        }
                     }
                     Note {
                         color: Theme.tertiary

@@ -13,6 +13,22 @@ click askPeriod
 click sealPeriod
 ? is text bannerWords = Sealed: Audit period*
 ? shows Set the audit period first; until then this shows the last twelve months. = no
+click dates-CC6-access
+click coversFrom
+type 2025-11-01
+click coversTo
+type 2026-03-31
+click sealDates
+? is text datesFault = Days that are still to come cannot be covered: the whole item would count for nothing.
+press Ctrl+A
+type 2026-01-30
+click coversTo
+press Ctrl+A
+type 2026-01-30
+click sealDates
+? is text bannerWords = Sealed: Evidence dates: 1 item.
+? is text figures = Readiness 62.8% · supported *
+? shows Supported = yes
 press Ctrl+3
 ? is text pageTitle = Hand-over
 ? is enabled handOver = false
