@@ -11,6 +11,9 @@
 namespace kelvo {
 namespace {
 
+/// What is asked about a draft at once; its count tells of all places.
+constexpr qsizetype mostQuestions = 8;
+
 QString text(std::string_view utf8) {
     return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
 }
@@ -280,6 +283,36 @@ QString EngineView::draftCriterion() const {
 
 QString EngineView::draftText() const {
     return hasDraft() ? text((*engine_.generatedDoc)->text) : QString();
+}
+
+std::vector<WordingPlace> EngineView::wordingOfDraft() const {
+    if (!hasDraft()) return {};
+    const GeneratedDoc& draft = **engine_.generatedDoc;
+    std::string facts = draft.criterion;
+    if (*engine_.mesh) {
+        for (const SOC2Mesh::Node& node : (*engine_.mesh)->nodes) {
+            if (node.id == draft.criterion) facts += " " + node.evidence;
+        }
+    }
+    return wordingPlaces(draft.text, {.facts = facts,
+                                      .drafted = draft.text,
+                                      .day = std::chrono::floor<std::chrono::days>(
+                                          std::chrono::system_clock::now())});
+}
+
+QString EngineView::draftPlaces() const {
+    return hasDraft() ? text(wordingCount(wordingOfDraft())) : QString();
+}
+
+QStringList EngineView::draftQuestions() const {
+    QStringList questions;
+    for (const WordingPlace& place : wordingOfDraft()) {
+        if (questions.size() == mostQuestions) break;
+        const std::string words = (*engine_.generatedDoc)->text.substr(place.start, place.length);
+        questions.append(
+            QStringLiteral("“%1”: %2").arg(text(words), text(wordingQuestion(place.kind))));
+    }
+    return questions;
 }
 
 QString EngineView::proposedActionName() const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/EngineVM.h"
+#include "intelligence/WordingCheck.h"
 #include "ui/ListModel.h"
 
 #include <QtQml/qqmlregistration.h>
@@ -72,6 +73,10 @@ class EngineView : public QObject {
     Q_PROPERTY(bool hasDraft READ hasDraft NOTIFY draftChanged)
     Q_PROPERTY(QString draftCriterion READ draftCriterion NOTIFY draftChanged)
     Q_PROPERTY(QString draftText READ draftText NOTIFY draftChanged)
+    /// "4 empty places, 2 vague"; that none was found.
+    Q_PROPERTY(QString draftPlaces READ draftPlaces NOTIFY draftChanged)
+    /// The first eight such places, each with its question: "“periodically”: how often?".
+    Q_PROPERTY(QStringList draftQuestions READ draftQuestions NOTIFY draftChanged)
 
     Q_PROPERTY(bool assistantBusy READ assistantBusy NOTIFY assistantBusyChanged)
     Q_PROPERTY(QString proposedActionName READ proposedActionName NOTIFY proposedActionChanged)
@@ -145,6 +150,8 @@ public:
     bool hasDraft() const { return engine_.generatedDoc->has_value(); }
     QString draftCriterion() const;
     QString draftText() const;
+    QString draftPlaces() const;
+    QStringList draftQuestions() const;
 
     bool assistantBusy() const { return *engine_.assistantBusy; }
     /// Empty where the assistant proposed nothing.
@@ -200,6 +207,7 @@ Q_SIGNALS:
     void modelLineChanged();
 
 private:
+    std::vector<WordingPlace> wordingOfDraft() const;
     /// A task of the person's role and whether its criterion is met.
     struct RoleTask {
         RoleMap::Control control;

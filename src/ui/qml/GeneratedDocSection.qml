@@ -78,8 +78,23 @@ Card {
 
             onClicked: section.engine.discardGenerated()
         }
-        Item {
-            Layout.fillWidth: true
+        Note {
+            horizontalAlignment: Text.AlignRight
+            font.pixelSize: Theme.small
+            objectName: "draftPlaces"
+            text: section.engine.draftPlaces
+        }
+    }
+    Repeater {
+        model: section.engine.draftQuestions
+
+        delegate: SymbolWords {
+            required property string modelData
+
+            font.pixelSize: Theme.small
+            symbol: "questionmark.circle"
+            text: modelData
+            tint: Theme.open
         }
     }
 }

@@ -105,7 +105,7 @@ generate CC6-access
 ? sections = assistant identity nextAction evidence readiness os provenance
 answer Access policy\n<b>Purpose</b>
 ? sections = assistant identity nextAction draft evidence readiness os provenance
-? window draftSection = Review generated policy | Apple Intelligence wrote this policy on your Mac from CC6-access's own facts. Read it, then approve to record it. | [doc.text] Policy draft for CC6-access | Access policy\n<b>Purpose</b> | [touchid] Approve & seal (Touch ID) | Discard
+? window draftSection = Review generated policy | Apple Intelligence wrote this policy on your Mac from CC6-access's own facts. Read it, then approve to record it. | [doc.text] Policy draft for CC6-access | Access policy\n<b>Purpose</b> | [touchid] Approve & seal (Touch ID) | Discard | No empty and no vague place found.
 ? markup = Ask Pellum…
 discard
 ? sections = assistant identity nextAction evidence readiness os provenance
@@ -126,3 +126,13 @@ write project/chat-history.json is [{"id":"A0000000-0000-4000-8000-000000000000"
 open
 ? shows From yesterday = yes
 
+
+== A draft with places that are left
+organisation
+open
+owner
+generate CC6-access
+answer The [To be completed: owner] reviews accounts periodically.
+? is text draftPlaces = 1 empty place, 1 vague
+? shows “[To be completed: owner]”: to be filled in = yes
+? shows “periodically”: how often? = yes
