@@ -134,5 +134,5 @@ owner
 generate CC6-access
 answer The [To be completed: owner] reviews accounts periodically.
 ? is text draftPlaces = 1 empty place, 1 vague
-? shows “[To be completed: owner]”: to be filled in = yes
+? shows “[To be completed: owner]”: to be filled in. = yes
 ? shows “periodically”: how often? = yes
