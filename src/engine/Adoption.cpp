@@ -2,8 +2,7 @@
 
 namespace kelvo {
 
-void EngineVM::adopt(const SOC2Template& family) {
-    if (deferred([this, family] { adopt(family); })) return;
+void EngineVM::adoptNow(const Turn&, const SOC2Template& family) {
     std::set<std::string> chosen = *adopted;
     chosen.insert(family.id);
     adopted.set(std::move(chosen));

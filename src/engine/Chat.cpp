@@ -22,8 +22,7 @@ Json toJson(const ChatMsg& message) {
 
 } // namespace
 
-void EngineVM::askAssistant(const std::string& question) {
-    if (deferred([this, question] { askAssistant(question); })) return;
+void EngineVM::askAssistantNow(const Turn&, const std::string& question) {
     const std::string asked = toValidUtf8(trimmed(question));
     if (asked.empty()) return;
     assistantBusy.set(true);
@@ -91,12 +90,11 @@ std::optional<std::string> EngineVM::proposedActionName() const {
     return actionName(**proposedAction);
 }
 
-void EngineVM::runProposed() {
-    if (deferred([this] { runProposed(); })) return;
+void EngineVM::runProposedNow(const Turn& turn) {
     const ProposedStep step{*proposedAction, proposedAddEvidence_};
     propose({});
-    if (step.addEvidence) return addEvidence();
-    if (step.action) run(*step.action);
+    if (step.addEvidence) return addEvidenceNow(turn);
+    if (step.action) runNow(turn, *step.action);
 }
 
 void EngineVM::appendChat(const std::string& speaker, const std::string& text) {

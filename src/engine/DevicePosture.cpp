@@ -5,8 +5,7 @@
 
 namespace kelvo {
 
-void EngineVM::snapshotOS() {
-    if (deferred([this] { snapshotOS(); })) return;
+void EngineVM::snapshotOSNow(const Turn&) {
     refreshFacts();
 }
 
@@ -17,9 +16,8 @@ void EngineVM::refreshFacts() {
     log_.e("os_snapshot", {{"count", osFacts->size()}, {"ok", secure}});
 }
 
-void EngineVM::closeRoleControlViaOS(const RoleMap::Control& control) {
-    if (deferred([this, control] { closeRoleControlViaOS(control); })) return;
-    const WorkQueue::Exclusive exclusive(queue_);
+void EngineVM::closeRoleControlViaOSNow(const Turn& turn, const RoleMap::Control& control) {
+    const Exclusive exclusive(turn);
     refreshFacts();
     std::vector<std::string> readings;
     std::vector<std::string> insecure;
@@ -41,24 +39,25 @@ void EngineVM::closeRoleControlViaOS(const RoleMap::Control& control) {
         return;
     }
     const Presence::Result presence =
-        presence_.require("Confirm: this device is secure — " + control.task);
+        provePresence(exclusive, "Confirm: this device is secure — " + control.task);
     if (!presence.ok) {
         refuse("Not verified — " + control.criterion + " unchanged. " + presence.record,
                "os_close_denied", {{"criterion", control.criterion}, {"record", presence.record}});
         return;
     }
     const std::string summary = "Device posture OK: " + joined(readings, "; ");
-    const Closure closure = closeCriterion({
-        .criterion = control.criterion,
+    Closing closing{
+        .facts = {.criterion = control.criterion,
+                  .presence = presence.record,
+                  .evidenceName = "device-posture-" + control.criterion + ".txt"},
         .title = "Secured device for " + control.criterion,
-        .presence = presence.record,
         .evidence = keeper_->vault().stage(summary),
-        .evidenceName = "device-posture-" + control.criterion + ".txt",
         .extra = {{"role", contributorRole()},
                   {"evidence_summary", summary},
                   {"os_attested", true},
                   {"close_method", "os"}},
-    });
+    };
+    closeCriterion(closing);
     status.set("Device secured for " + control.criterion + ". Your completion is now " +
                percent(roleReadiness()) + ".");
     cite(contributorRole() + " " + personName() + " secured device for " + control.criterion +
@@ -66,7 +65,7 @@ void EngineVM::closeRoleControlViaOS(const RoleMap::Control& control) {
          "OS snapshot (read-only) · presence " + presence.record);
     log_.e("os_close_role_control", {{"criterion", control.criterion},
                                      {"role", contributorRole()},
-                                     {"block", closure.totem.blockHash}});
+                                     {"block", closing.totem.blockHash}});
     proposeNBA();
 }
 

@@ -68,8 +68,7 @@ EngineVM::~EngineVM() {
     *source_ = DrivenSource{};
 }
 
-void EngineVM::load(const ExtractedGraph& graph) {
-    if (deferred([this, graph] { load(graph); })) return;
+void EngineVM::loadNow(const Turn&, const ExtractedGraph& graph) {
     const auto validated = graph.validated();
     if (!validated) {
         status.set("REJECTED: " + description(validated.error()));
@@ -79,14 +78,12 @@ void EngineVM::load(const ExtractedGraph& graph) {
     (void)install(*validated, "graph loaded");
 }
 
-void EngineVM::siriBuilt(const BondGraph& graph, const std::string& question) {
-    if (deferred([this, graph, question] { siriBuilt(graph, question); })) return;
+void EngineVM::siriBuiltNow(const Turn&, const BondGraph& graph, const std::string& question) {
     (void)install(graph, "Siri → \"" + question + "\"");
     reply.set("Set up a model for that. Tap Run to see how it behaves.");
 }
 
-void EngineVM::siriSay(const std::string& text) {
-    if (deferred([this, text] { siriSay(text); })) return;
+void EngineVM::siriSayNow(const Turn&, const std::string& text) {
     reply.set(text);
 }
 
@@ -154,21 +151,21 @@ void EngineVM::setDrive(double effort) {
     drive.set(effort);
 }
 
-bool EngineVM::deferred(std::function<void()> again) {
-    if (!queue_.held()) return false;
-    queue_.submit(std::move(again));
-    return true;
+Presence::Result EngineVM::provePresence(const Exclusive&, const std::string& sentence) {
+    return presence_.require(sentence);
+}
+
+std::optional<std::filesystem::path> EngineVM::chooseFile(const Exclusive&,
+                                                          const FilePanelRequest& request) {
+    return ports_.filePanel.choose(request);
 }
 
 void EngineVM::start(std::function<void()> task) {
     ports_.eventLoop.post([resume = resumption(), task = std::move(task)] { resume(task); });
 }
 
-std::function<void(std::function<void()>)> EngineVM::resumption() {
-    return [life = std::weak_ptr(life_)](std::function<void()> continuation) {
-        const auto engine = life.lock();
-        if (engine) (*engine)->queue_.submit(std::move(continuation));
-    };
+EngineVM::Resumption EngineVM::resumption() {
+    return Resumption(life_);
 }
 
 std::uint64_t EngineVM::beginModelWork(std::string title) {

@@ -2,12 +2,14 @@
 
 #include "base/Files.h"
 #include "base/Json.h"
+#include "compliance/ControlClosure.h"
 #include "compliance/OSSnapshot.h"
 #include "compliance/RoleMap.h"
 #include "compliance/SOC2Mesh.h"
 #include "compliance/SOC2Templates.h"
 #include "engine/AssistantActions.h"
 #include "engine/NextBestAction.h"
+#include "engine/Operation.h"
 #include "engine/Published.h"
 #include "engine/Records.h"
 #include "engine/WorkQueue.h"
@@ -56,7 +58,8 @@ struct Directories {
 /// Everything runs on one thread, the engine's. Operations never throw and return nothing: each
 /// reports through `status`, then a citation, then an event line; a refusal changes nothing else.
 /// An operation called while the person is being asked something (a presence prompt, the file
-/// panel) waits in the work queue and runs afterwards. Every change of recorded state keeps one
+/// panel) waits in the work queue and runs afterwards: `play` is what others call, `playNow` its
+/// body, which only the queue's turn reaches. Every change of recorded state keeps one
 /// order: presence check, mesh and readiness, chain, `totems`, record file, status, citation,
 /// event, cards.
 class EngineVM {
@@ -64,6 +67,9 @@ public:
     using Citations = RowsView<std::deque<Citation>, RowOrder::newestFirst>;
     using Totems = RowsView<TotemChain::Blocks, RowOrder::newestFirst>;
     using Chat = RowsView<std::deque<ChatMsg>, RowOrder::oldestFirst>;
+
+    template <class... Arguments>
+    using Operation = OperationOf<EngineVM, Arguments...>;
 
     /// Runs the whole start-up. Its steps report their own failures; it always completes.
     EngineVM(const Ports& ports, Directories directories);
@@ -136,35 +142,35 @@ public:
     // --- The model (EngineVM.cpp) ----------------------------------------------------------------
 
     /// Validates a proposed graph and makes it the running model; a refusal says "REJECTED: ".
-    void load(const ExtractedGraph& graph);
+    Operation<const ExtractedGraph&> load{*this, &EngineVM::loadNow};
 
     /// Installs a graph that was built from a spoken question, and answers in `reply`.
-    void siriBuilt(const BondGraph& graph, const std::string& question);
-    void siriSay(const std::string& text);
+    Operation<const BondGraph&, const std::string&> siriBuilt{*this, &EngineVM::siriBuiltNow};
+    Operation<const std::string&> siriSay{*this, &EngineVM::siriSayNow};
 
     // --- The run loop (RunLoop.cpp) --------------------------------------------------------------
 
-    void play();
+    Operation<> play{*this, &EngineVM::playNow};
     /// Stops the run loop and stages the current state for sealing, also when it was not running.
-    void pause();
+    Operation<> pause{*this, &EngineVM::pauseNow};
     /// Halves the drive.
-    void throttle();
+    Operation<> throttle{*this, &EngineVM::throttleNow};
 
     // --- Sealing (Sealing.cpp) -------------------------------------------------------------------
 
     /// Seals the staged measurement after a presence check.
-    void bondCollapse();
+    Operation<> bondCollapse{*this, &EngineVM::bondCollapseNow};
 
     // --- Readiness and gaps (Readiness.cpp, GapClosing.cpp) --------------------------------------
 
     /// Reads readiness graph and role map as at the start, where no graph has been read yet; what
     /// cannot be read is told as there. A graph that was read stays for the whole run.
-    void readAgain();
+    Operation<> readAgain{*this, &EngineVM::readAgainNow};
     /// Closes one criterion with an evidence file and a presence check.
-    void closeGap(const std::string& criterion);
+    Operation<const std::string&> closeGap{*this, &EngineVM::closeGapNow};
     /// Recomputes both cards.
     void proposeNBA();
-    void run(const Act& act);
+    Operation<const Act&> run{*this, &EngineVM::runNow};
     /// Mesh nodes that are met; 0 without a mesh.
     int metCount() const;
 
@@ -185,45 +191,47 @@ public:
     std::optional<RoleMap::Control> nextRoleControl() const;
 
     /// Proves the person's identity and takes on `role`.
-    void verifyKYC(const std::string& role);
+    Operation<const std::string&> verifyKYC{*this, &EngineVM::verifyKYCNow};
     /// Takes the identity off, so that the next person can verify theirs. Nothing is recorded.
-    void leaveIdentity();
+    Operation<> leaveIdentity{*this, &EngineVM::leaveIdentityNow};
     /// Completes a control of the person's role in the way that the control names.
-    void closeRoleControl(const RoleMap::Control& control);
-    void attestRoleControl(const RoleMap::Control& control);
+    Operation<const RoleMap::Control&> closeRoleControl{*this, &EngineVM::closeRoleControlNow};
+    Operation<const RoleMap::Control&> attestRoleControl{*this, &EngineVM::attestRoleControlNow};
 
     // --- The device (DevicePosture.cpp) ----------------------------------------------------------
 
     /// Reads the device's security settings anew.
-    void snapshotOS();
-    void closeRoleControlViaOS(const RoleMap::Control& control);
+    Operation<> snapshotOS{*this, &EngineVM::snapshotOSNow};
+    Operation<const RoleMap::Control&> closeRoleControlViaOS{*this,
+                                                             &EngineVM::closeRoleControlViaOSNow};
 
     // --- Evidence, policies, assistant (Evidence.cpp, Policy.cpp, Chat.cpp) ----------------------
 
     /// Asks for a document and has the model propose criteria for it; nothing is recorded yet.
-    void addEvidence();
+    Operation<> addEvidence{*this, &EngineVM::addEvidenceNow};
     /// Seals the staged document as evidence for each of `criteria` that is open.
-    void confirmEvidence(const std::vector<std::string>& criteria);
+    Operation<const std::vector<std::string>&> confirmEvidence{*this,
+                                                               &EngineVM::confirmEvidenceNow};
 
     /// Has the model draft a policy from what the criterion's evidence text says.
-    void generatePolicy(const std::string& criterion);
+    Operation<const std::string&> generatePolicy{*this, &EngineVM::generatePolicyNow};
     /// Writes the staged draft as a file, closes its criterion and seals both.
-    void approveGenerated();
-    void discardGenerated();
+    Operation<> approveGenerated{*this, &EngineVM::approveGeneratedNow};
+    Operation<> discardGenerated{*this, &EngineVM::discardGeneratedNow};
 
     /// Asks the assistant. A blank question is ignored; questions may overlap.
-    void askAssistant(const std::string& question);
+    Operation<const std::string&> askAssistant{*this, &EngineVM::askAssistantNow};
     /// The label of the step that the assistant proposed, if any.
     std::optional<std::string> proposedActionName() const;
     /// Runs the proposed step, once.
-    void runProposed();
+    Operation<> runProposed{*this, &EngineVM::runProposedNow};
     /// Gives up on every answer of the model that is still awaited: each counts as failed.
     void cancelModelWork();
 
     // --- Adoption (Adoption.cpp) -----------------------------------------------------------------
 
     /// Adds a control family to the system and installs the composed graph of all adopted ones.
-    void adopt(const SOC2Template& family);
+    Operation<const SOC2Template&> adopt{*this, &EngineVM::adoptNow};
 
     // --- Proof (Proof.cpp) -----------------------------------------------------------------------
 
@@ -239,17 +247,17 @@ public:
     tl::expected<void, FileError> saveUnwritten(const std::filesystem::path& folder) const;
 
     /// Takes records that no log knows into the own log, after a presence check. The owner only.
-    void adoptRecords(const std::vector<std::string>& files);
+    Operation<const std::vector<std::string>&> adoptRecords{*this, &EngineVM::adoptRecordsNow};
     /// Writes a record that is gone or was changed as it was sealed.
-    void restoreRecord(const std::string& file);
+    Operation<const std::string&> restoreRecord{*this, &EngineVM::restoreRecordNow};
     /// Asks for the file of this hash, which was not kept, and keeps it after a presence check.
-    void supplyEvidence(const std::string& root);
+    Operation<const std::string&> supplyEvidence{*this, &EngineVM::supplyEvidenceNow};
     /// Hashes the kept file again; `evidenceLooks` has the result.
     void verifyEvidence(const std::string& root);
     /// Where the kept file of this hash is.
     std::filesystem::path keptFile(const std::string& root) const;
     /// Makes a checkpoint of the logs as last compared. The owner only.
-    void makeCheckpoint();
+    Operation<> makeCheckpoint{*this, &EngineVM::makeCheckpointNow};
     /// Stores a signature beside the checkpoint of that name.
     tl::expected<void, FileError> storeSignature(const std::string& checkpointFile,
                                                  const std::string& signature) const;
@@ -259,24 +267,25 @@ public:
     // readiness. `proof` then has it in `standing`.
 
     /// Sets what the audit looks at. The owner only; a Type I period is one day.
-    void setPeriod(const AuditPeriod& period);
+    Operation<const AuditPeriod&> setPeriod{*this, &EngineVM::setPeriodNow};
     /// Records which days evidence speaks of. Refused as a whole where an item lacks a day or
     /// speaks of days that are still to come.
-    void recordEvidenceDates(const std::vector<EvidenceItem>& items);
+    Operation<const std::vector<EvidenceItem>&> recordEvidenceDates{
+        *this, &EngineVM::recordEvidenceDatesNow};
     /// Records an exception (also by whose task the criterion is), a withdrawal or a review (the
     /// owner). The latter two speak of a record.
-    void recordNote(const Note& note);
+    Operation<const Note&> recordNote{*this, &EngineVM::recordNoteNow};
     /// Asks for the file of one of the report's own documents, keeps and records it. The owner
     /// only.
-    void recordDocument(ReportDocument::Kind kind);
+    Operation<ReportDocument::Kind> recordDocument{*this, &EngineVM::recordDocumentNow};
 
     // --- Handing over (HandOver.cpp) -------------------------------------------------------------
 
     /// Hands an audit package over: all logs are read, the hand-over is sealed, the package is
     /// written into the folder `destination` beside this thread, and the log notes it. `package`
     /// tells how far it is. Refused where the proof is not whole, unless `anyway`. The owner only.
-    void handOver(const std::string& recipient, const std::filesystem::path& destination,
-                  bool anyway = false);
+    Operation<const std::string&, const std::filesystem::path&, bool> handOver{
+        *this, &EngineVM::handOverNow};
     /// How much of the package is written, 0 to 1.
     double packageShare() const;
     /// Stops the writing; what is written so far is removed.
@@ -284,11 +293,30 @@ public:
 
     // --- Work that comes from outside ------------------------------------------------------------
 
-    /// What runs a continuation in its turn: at once, or when nobody is being asked anything any
-    /// more; never once the engine is gone. It may be called at any time and outlives the engine.
-    std::function<void(std::function<void()>)> resumption();
+    /// Runs work in its turn: at once, or when nobody is being asked anything any more; never once
+    /// the engine is gone. It may be called at any time and outlives the engine.
+    class Resumption {
+    public:
+        /// `work` is called with a `Turn` or with nothing.
+        template <class Work>
+        void operator()(Work work) const {
+            if (const auto engine = life_.lock()) (*engine)->queue_.submit(std::move(work));
+        }
+
+    private:
+        friend class EngineVM;
+        explicit Resumption(const std::shared_ptr<EngineVM*>& life) : life_(life) {}
+
+        std::weak_ptr<EngineVM*> life_;
+    };
+    Resumption resumption();
 
 private:
+    template <class, class...>
+    friend class OperationOf;
+
+    using Exclusive = WorkQueue::Exclusive;
+
     /// The source that the engine drives. The integrator reads the effort at each evaluation and
     /// shares it, so that a copy of the integrator stays valid without the engine.
     struct DrivenSource {
@@ -296,26 +324,18 @@ private:
         double effort = 0;
     };
 
-    /// What one operation brings to the closing of a criterion.
-    struct ClosureRequest {
-        std::string criterion;
-        std::string title;       ///< of the totem
-        std::string presence;    ///< the granted check's record
-        StagedEvidence evidence; ///< its hash is sealed, its bytes are kept
-        std::string evidenceName;
-        Json extra = Json::object();       ///< the operation's own keys of the payload
-        std::optional<std::string> asOf{}; ///< the seal time; none takes it after the mesh changed
-    };
-
-    struct Closure {
-        double gateBefore = 0;
-        double readinessBefore = 0;
-        double readinessAfter = 0;
-        std::string asOf;
-        Totem totem;
+    /// The closing of one criterion: what the operation brings, and what closing it came to.
+    struct Closing {
+        /// The operation sets criterion, presence and evidence name, and the seal time where it is
+        /// not that of the closing itself; `closeCriterion` sets the rest.
+        ControlClosure facts;
+        std::string title;           ///< of the totem
+        StagedEvidence evidence;     ///< its hash is sealed, its bytes are kept
+        Json extra = Json::object(); ///< the operation's own keys of the payload
+        Totem totem{};               ///< set by `closeCriterion`
 
         /// "40.0%→47.7%"
-        std::string change() const;
+        std::string readinessChange() const;
     };
 
     struct PackageWork;
@@ -327,6 +347,43 @@ private:
         std::string text{};
         std::vector<std::string> allowed{}; ///< criterion ids, in mesh order
     };
+
+    // The bodies of the operations, in their order above
+    void loadNow(const Turn& turn, const ExtractedGraph& graph);
+    void siriBuiltNow(const Turn& turn, const BondGraph& graph, const std::string& question);
+    void siriSayNow(const Turn& turn, const std::string& text);
+    void playNow(const Turn& turn);
+    void pauseNow(const Turn& turn);
+    void throttleNow(const Turn& turn);
+    void bondCollapseNow(const Turn& turn);
+    void readAgainNow(const Turn& turn);
+    void closeGapNow(const Turn& turn, const std::string& criterion);
+    void runNow(const Turn& turn, const Act& act);
+    void verifyDefaultRole(const Turn& turn);
+    void verifyKYCNow(const Turn& turn, const std::string& role);
+    void leaveIdentityNow(const Turn& turn);
+    void closeRoleControlNow(const Turn& turn, const RoleMap::Control& control);
+    void attestRoleControlNow(const Turn& turn, const RoleMap::Control& control);
+    void snapshotOSNow(const Turn& turn);
+    void closeRoleControlViaOSNow(const Turn& turn, const RoleMap::Control& control);
+    void addEvidenceNow(const Turn& turn);
+    void confirmEvidenceNow(const Turn& turn, const std::vector<std::string>& criteria);
+    void generatePolicyNow(const Turn& turn, const std::string& criterion);
+    void approveGeneratedNow(const Turn& turn);
+    void discardGeneratedNow(const Turn& turn);
+    void askAssistantNow(const Turn& turn, const std::string& question);
+    void runProposedNow(const Turn& turn);
+    void adoptNow(const Turn& turn, const SOC2Template& family);
+    void adoptRecordsNow(const Turn& turn, const std::vector<std::string>& files);
+    void restoreRecordNow(const Turn& turn, const std::string& file);
+    void supplyEvidenceNow(const Turn& turn, const std::string& root);
+    void makeCheckpointNow(const Turn& turn);
+    void setPeriodNow(const Turn& turn, const AuditPeriod& period);
+    void recordEvidenceDatesNow(const Turn& turn, const std::vector<EvidenceItem>& items);
+    void recordNoteNow(const Turn& turn, const Note& note);
+    void recordDocumentNow(const Turn& turn, ReportDocument::Kind kind);
+    void handOverNow(const Turn& turn, const std::string& recipient,
+                     const std::filesystem::path& destination, bool anyway);
 
     // Start-up
     void loadMesh();
@@ -352,9 +409,12 @@ private:
                                 const std::optional<StagedEvidence>& evidence = {});
     Totem seal(const Json& payload, const std::string& title, const std::string& presence,
                const std::string& asOf, const std::optional<StagedEvidence>& evidence = {});
-    Closure closeCriterion(const ClosureRequest& request);
 
-    // Gap closing
+    // Closing
+    /// Closes and seals, after presence was given. There is a mesh and it has the criterion.
+    void closeCriterion(Closing& closing);
+    /// The one place where readiness changes: with the mesh.
+    void showMesh(SOC2Mesh changed);
     std::optional<StagedEvidence> stageFile(const std::filesystem::path& file);
 
     // Proof
@@ -367,13 +427,13 @@ private:
     void showLook(const std::string& root, Verification result);
     const LoggedDecision* decisionWith(const std::string& root) const;
     bool mayRecord(const std::string& criterion) const;
-    void askHandOver(const ProofComparison& read, bool anyway);
+    void askHandOver(const Turn& turn, const ProofComparison& read, bool anyway);
     void writeHandOver(const std::vector<HandedLog>& logs, std::vector<std::string> warnings,
                        bool anyway);
     void endHandOver(const tl::expected<PackageWritten, FileError>& outcome);
     void showPackage(PackageState::Stage stage, std::vector<std::string> reasons = {});
-    /// To be called while nothing else can be asked. False where presence was not given.
-    bool sealFurther(const FurtherSeal& further,
+    /// False where presence was not given.
+    bool sealFurther(const Exclusive& exclusive, const FurtherSeal& further,
                      const std::optional<StagedEvidence>& evidence = {});
     Approval approval() const;
 
@@ -410,8 +470,10 @@ private:
     const SOC2Mesh::Node* criterionNode(std::string_view id) const;
     CardInputs cardInputs() const;
 
-    /// True when the person is being asked something just now; `again` then runs afterwards.
-    bool deferred(std::function<void()> again);
+    // Asking the person, while nothing else can run
+    Presence::Result provePresence(const Exclusive& exclusive, const std::string& sentence);
+    std::optional<std::filesystem::path> chooseFile(const Exclusive& exclusive,
+                                                    const FilePanelRequest& request);
 
     Ports ports_;
     Directories directories_;

@@ -20,13 +20,12 @@ bool isPdf(const std::filesystem::path& file) {
 
 } // namespace
 
-void EngineVM::addEvidence() {
-    if (deferred([this] { addEvidence(); })) return;
-    const WorkQueue::Exclusive exclusive(queue_);
-    const auto file = ports_.filePanel.choose(
-        {"Add evidence",
-         "Select a compliance document (pdf, txt, md, json)",
-         {ContentType::pdf, ContentType::plainText, ContentType::text, ContentType::json}});
+void EngineVM::addEvidenceNow(const Turn& turn) {
+    const Exclusive exclusive(turn);
+    const auto file = chooseFile(exclusive, {"Add evidence",
+                                             "Select a compliance document (pdf, txt, md, json)",
+                                             {ContentType::pdf, ContentType::plainText,
+                                              ContentType::text, ContentType::json}});
     if (!file) return refuse("No document selected.", "evidence_no_file");
     auto bytes = readFile(*file, largestDocument);
     if (!bytes) return refuse("Could not read document.", "evidence_unreadable");
@@ -93,14 +92,13 @@ void EngineVM::stageEvidence(const Document& document,
          "Apple Intelligence on-device · sha256 " + root);
 }
 
-void EngineVM::confirmEvidence(const std::vector<std::string>& criteria) {
-    if (deferred([this, criteria] { confirmEvidence(criteria); })) return;
+void EngineVM::confirmEvidenceNow(const Turn& turn, const std::vector<std::string>& criteria) {
     if (!*evidenceProposal || !*mesh) return;
-    const WorkQueue::Exclusive exclusive(queue_);
+    const Exclusive exclusive(turn);
     const EvidenceProposal proposal = **evidenceProposal;
     const StagedEvidence evidence = *proposedEvidence_;
     const Presence::Result presence =
-        presence_.require("Approve evidence " + proposal.name + " — verify to seal");
+        provePresence(exclusive, "Approve evidence " + proposal.name + " — verify to seal");
     if (!presence.ok) {
         return refuse("Not verified — evidence not sealed. " + presence.record, "evidence_denied",
                       {{"record", presence.record}});
@@ -110,18 +108,19 @@ void EngineVM::confirmEvidence(const std::vector<std::string>& criteria) {
     for (const std::string& id : criteria) {
         const SOC2Mesh::Node* node = criterionNode(id);
         if (node == nullptr || node->g >= 1.0) continue;
-        const Closure closure = closeCriterion({
-            .criterion = id,
+        Closing closing{
+            .facts = {.criterion = id,
+                      .attestedAt = moment,
+                      .presence = presence.record,
+                      .evidenceName = proposal.name},
             .title = "Closed " + id + " (evidence)",
-            .presence = presence.record,
             .evidence = evidence,
-            .evidenceName = proposal.name,
             .extra = {{"evidence_summary", proposal.summary}, {"ai_mapped", true}},
-            .asOf = moment,
-        });
+        };
+        closeCriterion(closing);
         ++sealed;
         cite("Sealed " + id + " from " + proposal.name + " [" + proposal.root.substr(0, 12) +
-                 "] — readiness " + closure.change(),
+                 "] — readiness " + closing.readinessChange(),
              "owner " + ownerName() + " · Apple Intelligence mapped · presence " + presence.record);
         log_.e("evidence_sealed",
                {{"criterion", id}, {"evidence_name", proposal.name}, {"count", sealed}});

@@ -30,7 +30,7 @@ bool EngineVM::mayRecord(const std::string& criterion) const {
                        [&](const RoleMap::Control& each) { return each.criterion == criterion; });
 }
 
-bool EngineVM::sealFurther(const FurtherSeal& further,
+bool EngineVM::sealFurther(const Exclusive& exclusive, const FurtherSeal& further,
                            const std::optional<StagedEvidence>& evidence) {
     const std::string source(sourceOf(further));
     const std::string title = furtherTitle(further);
@@ -41,7 +41,7 @@ bool EngineVM::sealFurther(const FurtherSeal& further,
                {{"source", source}});
         return false;
     }
-    const Presence::Result presence = presence_.require(furtherSentence(further));
+    const Presence::Result presence = provePresence(exclusive, furtherSentence(further));
     if (!presence.ok) {
         refuse("Not verified — nothing was sealed. " + presence.record, "further_denied",
                {{"source", source}, {"record", presence.record}});
@@ -62,8 +62,7 @@ bool EngineVM::sealFurther(const FurtherSeal& further,
     return true;
 }
 
-void EngineVM::setPeriod(const AuditPeriod& period) {
-    if (deferred([this, period] { setPeriod(period); })) return;
+void EngineVM::setPeriodNow(const Turn& turn, const AuditPeriod& period) {
     if (!mayDecide())
         return refuse("Only the owner sets the audit period — nothing was changed.",
                       "period_refused");
@@ -71,12 +70,11 @@ void EngineVM::setPeriod(const AuditPeriod& period) {
         return refuse(period.type2 ? "The period ends before it begins — nothing was changed."
                                    : "A Type I report is of one day — nothing was changed.",
                       "period_refused");
-    const WorkQueue::Exclusive exclusive(queue_);
-    sealFurther(period);
+    const Exclusive exclusive(turn);
+    sealFurther(exclusive, period);
 }
 
-void EngineVM::recordEvidenceDates(const std::vector<EvidenceItem>& items) {
-    if (deferred([this, items] { recordEvidenceDates(items); })) return;
+void EngineVM::recordEvidenceDatesNow(const Turn& turn, const std::vector<EvidenceItem>& items) {
     if (items.empty()) return;
     if (!*principal || roleReadonly())
         return refuse("Read-only role — nothing was changed.", "readonly_refused");
@@ -87,12 +85,11 @@ void EngineVM::recordEvidenceDates(const std::vector<EvidenceItem>& items) {
                           {{"name", item.name}, {"error", *fault}});
         }
     }
-    const WorkQueue::Exclusive exclusive(queue_);
-    sealFurther(EvidenceDates{items});
+    const Exclusive exclusive(turn);
+    sealFurther(exclusive, EvidenceDates{items});
 }
 
-void EngineVM::recordNote(const Note& note) {
-    if (deferred([this, note] { recordNote(note); })) return;
+void EngineVM::recordNoteNow(const Turn& turn, const Note& note) {
     const bool allowed =
         note.kind == Note::Kind::exception ? mayRecord(note.criterion) : mayDecide();
     if (!allowed)
@@ -105,22 +102,21 @@ void EngineVM::recordNote(const Note& note) {
     if (criterionNode(note.criterion) == nullptr || !days || !about)
         return refuse("The note names no such criterion, record or days — nothing was changed.",
                       "note_refused", {{"criterion", note.criterion}});
-    const WorkQueue::Exclusive exclusive(queue_);
-    sealFurther(note);
+    const Exclusive exclusive(turn);
+    sealFurther(exclusive, note);
 }
 
-void EngineVM::recordDocument(ReportDocument::Kind kind) {
-    if (deferred([this, kind] { recordDocument(kind); })) return;
+void EngineVM::recordDocumentNow(const Turn& turn, ReportDocument::Kind kind) {
     if (!mayDecide())
         return refuse("Only the owner records the report's documents — nothing was changed.",
                       "document_refused");
-    const WorkQueue::Exclusive exclusive(queue_);
+    const Exclusive exclusive(turn);
     const auto file =
-        ports_.filePanel.choose({"Add", "Select the file: " + std::string(titleOf(kind))});
+        chooseFile(exclusive, {"Add", "Select the file: " + std::string(titleOf(kind))});
     if (!file) return status.set("No file selected — nothing was changed.");
     const auto staged = stageFile(*file);
     if (!staged) return status.set("Could not read " + shownFileName(*file) + ".");
-    sealFurther(ReportDocument{kind, staged->root(), shownFileName(*file)}, *staged);
+    sealFurther(exclusive, ReportDocument{kind, staged->root(), shownFileName(*file)}, *staged);
 }
 
 } // namespace kelvo

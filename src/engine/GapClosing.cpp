@@ -12,12 +12,11 @@ constexpr std::size_t repaintEvery = std::size_t{16} << 20;
 
 } // namespace
 
-void EngineVM::closeGap(const std::string& criterion) {
-    if (deferred([this, criterion] { closeGap(criterion); })) return;
+void EngineVM::closeGapNow(const Turn& turn, const std::string& criterion) {
     if (criterionNode(criterion) == nullptr) return;
-    const WorkQueue::Exclusive exclusive(queue_);
-    const auto file = ports_.filePanel.choose(
-        {"Attach evidence", "Select an evidence artifact to close " + criterion});
+    const Exclusive exclusive(turn);
+    const auto file = chooseFile(
+        exclusive, {"Attach evidence", "Select an evidence artifact to close " + criterion});
     if (!file) {
         refuse("Evidence required to close " + criterion + " — no artifact selected.",
                "close_gap_no_evidence", {{"criterion", criterion}});
@@ -30,29 +29,28 @@ void EngineVM::closeGap(const std::string& criterion) {
         return;
     }
     const Presence::Result presence =
-        presence_.require("Close " + criterion + " — verify to mark this criterion met");
+        provePresence(exclusive, "Close " + criterion + " — verify to mark this criterion met");
     if (!presence.ok) {
         refuse("Not verified — " + criterion + " unchanged. " + presence.record, "close_gap_denied",
                {{"criterion", criterion}, {"record", presence.record}});
         return;
     }
     const std::string evidenceName = shownFileName(*file);
-    const Closure closure = closeCriterion({
-        .criterion = criterion,
-        .title = "Closed " + criterion,
-        .presence = presence.record,
-        .evidence = *evidence,
-        .evidenceName = evidenceName,
-    });
-    status.set("Closed " + criterion + ": readiness " + closure.change() + ".");
+    Closing closing{.facts = {.criterion = criterion,
+                              .presence = presence.record,
+                              .evidenceName = evidenceName},
+                    .title = "Closed " + criterion,
+                    .evidence = *evidence};
+    closeCriterion(closing);
+    status.set("Closed " + criterion + ": readiness " + closing.readinessChange() + ".");
     cite("Closed " + criterion + " with evidence " + evidenceName + " [" +
-             evidence->root().substr(0, 12) + "] — readiness " + closure.change(),
+             evidence->root().substr(0, 12) + "] — readiness " + closing.readinessChange(),
          "owner " + ownerName() + " · presence " + presence.record);
     log_.e("close_gap", {{"criterion", criterion},
-                         {"gate_before", closure.gateBefore},
+                         {"gate_before", closing.facts.gateBefore},
                          {"gate_after", 1.0},
-                         {"readiness_after", closure.readinessAfter},
-                         {"block", closure.totem.blockHash}});
+                         {"readiness_after", closing.facts.readinessAfter},
+                         {"block", closing.totem.blockHash}});
     proposeNBA();
 }
 
@@ -69,32 +67,6 @@ std::optional<StagedEvidence> EngineVM::stageFile(const std::filesystem::path& f
     if (*progress) progress.set(std::nullopt);
     if (!staged) return std::nullopt;
     return *staged;
-}
-
-void EngineVM::run(const Act& act) {
-    switch (act.kind) {
-    case Act::Kind::closeGap:
-        return closeGap(act.criterion);
-    case Act::Kind::generate:
-        return generatePolicy(act.criterion);
-    case Act::Kind::play:
-        return play();
-    case Act::Kind::pause:
-        return pause();
-    case Act::Kind::throttle:
-        return throttle();
-    case Act::Kind::bond:
-        return bondCollapse();
-    case Act::Kind::kyc: {
-        const auto names = offeredRoles();
-        if (names.empty() && *roleMap && !availableRoles().empty())
-            return status.set(whyNoRole() + ". The owner names people in the role map.");
-        const std::string byDefault = names.empty() ? "Owner" : names.front();
-        return verifyKYC(role->value_or(byDefault));
-    }
-    case Act::Kind::snapshot:
-        return snapshotOS();
-    }
 }
 
 } // namespace kelvo

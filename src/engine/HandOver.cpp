@@ -36,12 +36,8 @@ void EngineVM::showPackage(PackageState::Stage stage, std::vector<std::string> r
     package.set(std::move(state));
 }
 
-void EngineVM::handOver(const std::string& recipient, const std::filesystem::path& destination,
-                        bool anyway) {
-    if (deferred(
-            [this, recipient, destination, anyway] { handOver(recipient, destination, anyway); })) {
-        return;
-    }
+void EngineVM::handOverNow(const Turn&, const std::string& recipient,
+                           const std::filesystem::path& destination, bool anyway) {
     if (!mayDecide())
         return refuse("Only the owner hands over — nothing was changed.", "handover_refused");
     if (trimmed(recipient).empty())
@@ -51,13 +47,14 @@ void EngineVM::handOver(const std::string& recipient, const std::filesystem::pat
     package.set(PackageState{.recipient = recipient, .destination = destination});
     const auto input = std::make_shared<const ProofInput>(keeper_->input(std::nullopt));
     const auto read = std::make_shared<ProofComparison>();
-    ports_.background.run([input, read] { *read = ::kelvo::compareProof(*input); },
-                          [this, read, anyway, resume = resumption()] {
-                              resume([this, read, anyway] { askHandOver(*read, anyway); });
-                          });
+    ports_.background.run(
+        [input, read] { *read = ::kelvo::compareProof(*input); },
+        [this, read, anyway, resume = resumption()] {
+            resume([this, read, anyway](const Turn& turn) { askHandOver(turn, *read, anyway); });
+        });
 }
 
-void EngineVM::askHandOver(const ProofComparison& read, bool anyway) {
+void EngineVM::askHandOver(const Turn& turn, const ProofComparison& read, bool anyway) {
     std::vector<std::string> reasons = packageRefusals(keeper_->folders(), read);
     if (!reasons.empty() && (!anyway || !read.standing.set)) {
         packageWork_.reset();
@@ -65,12 +62,12 @@ void EngineVM::askHandOver(const ProofComparison& read, bool anyway) {
                {{"error", reasons.front()}});
         return showPackage(PackageState::Stage::refused, std::move(reasons));
     }
-    const WorkQueue::Exclusive exclusive(queue_);
+    const Exclusive exclusive(turn);
     HandOver seal{.recipient = (*package)->recipient, .logs = {}};
     for (const ComparedLog& log : read.logs) {
         if (log.belongs && log.end.lines > 0) seal.logs.push_back({log.id, log.end});
     }
-    if (!sealFurther(seal)) {
+    if (!sealFurther(exclusive, seal)) {
         packageWork_.reset();
         return package.set(std::nullopt);
     }

@@ -7,8 +7,7 @@
 
 namespace kelvo {
 
-void EngineVM::generatePolicy(const std::string& criterion) {
-    if (deferred([this, criterion] { generatePolicy(criterion); })) return;
+void EngineVM::generatePolicyNow(const Turn&, const std::string& criterion) {
     const SOC2Mesh::Node* node = criterionNode(criterion);
     if (node == nullptr) return status.set("Unknown criterion " + criterion + ".");
     status.set("Writing policy for " + criterion + " on-device…");
@@ -41,20 +40,18 @@ void EngineVM::stagePolicy(const std::string& criterion, const std::optional<std
     log_.e("policy_generated", {{"criterion", criterion}, {"chars", characters}});
 }
 
-void EngineVM::discardGenerated() {
-    if (deferred([this] { discardGenerated(); })) return;
+void EngineVM::discardGeneratedNow(const Turn&) {
     generatedDoc.set(std::nullopt);
 }
 
-void EngineVM::approveGenerated() {
-    if (deferred([this] { approveGenerated(); })) return;
+void EngineVM::approveGeneratedNow(const Turn& turn) {
     if (!*generatedDoc) return;
     const GeneratedDoc draft = **generatedDoc;
     const SOC2Mesh::Node* node = criterionNode(draft.criterion);
     if (node == nullptr) return;
-    const WorkQueue::Exclusive exclusive(queue_);
-    const Presence::Result presence =
-        presence_.require("Approve generated policy for " + draft.criterion + " — verify to seal");
+    const Exclusive exclusive(turn);
+    const Presence::Result presence = provePresence(
+        exclusive, "Approve generated policy for " + draft.criterion + " — verify to seal");
     if (!presence.ok) {
         return refuse("Not verified — policy not sealed. " + presence.record, "policy_denied",
                       {{"criterion", draft.criterion}, {"record", presence.record}});
@@ -67,25 +64,26 @@ void EngineVM::approveGenerated() {
                       "policy_write_failed",
                       {{"criterion", draft.criterion}, {"error", written.error().description}});
     }
-    const Closure closure = closeCriterion({
-        .criterion = draft.criterion,
+    Closing closing{
+        .facts = {.criterion = draft.criterion,
+                  .presence = presence.record,
+                  .evidenceName = "policy-" + draft.criterion + ".txt"},
         .title = "Sealed generated policy " + draft.criterion,
-        .presence = presence.record,
         .evidence = evidence,
-        .evidenceName = "policy-" + draft.criterion + ".txt",
         .extra = {{"evidence_summary", "generated from graph variables"},
                   {"generated", true},
                   {"source_variables", node->evidence}},
-    });
+    };
+    closeCriterion(closing);
     status.set("Sealed generated policy for " + draft.criterion + ": readiness " +
-               closure.change() + ".");
+               closing.readinessChange() + ".");
     cite("Sealed generated policy for " + draft.criterion + " → " + artifact + " [" +
-             sha.substr(0, 12) + "] — readiness " + closure.change(),
+             sha.substr(0, 12) + "] — readiness " + closing.readinessChange(),
          "owner " + ownerName() + " · generated from graph variables · presence " +
              presence.record);
     log_.e("policy_generated_sealed", {{"criterion", draft.criterion},
-                                       {"block", closure.totem.blockHash},
-                                       {"readiness_after", closure.readinessAfter}});
+                                       {"block", closing.totem.blockHash},
+                                       {"readiness_after", closing.facts.readinessAfter}});
     generatedDoc.set(std::nullopt);
     proposeNBA();
 }

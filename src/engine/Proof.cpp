@@ -131,12 +131,11 @@ bool EngineVM::mayDecide() const {
     return principal->has_value() && *role == "Owner" && !roleReadonly();
 }
 
-void EngineVM::adoptRecords(const std::vector<std::string>& files) {
-    if (deferred([this, files] { adoptRecords(files); })) return;
+void EngineVM::adoptRecordsNow(const Turn& turn, const std::vector<std::string>& files) {
     if (!mayDecide())
         return refuse("Only the owner adopts records — nothing was changed.", "adopt_refused");
-    const WorkQueue::Exclusive exclusive(queue_);
-    const Presence::Result presence = presence_.require(adoptSentence(files.size()));
+    const Exclusive exclusive(turn);
+    const Presence::Result presence = provePresence(exclusive, adoptSentence(files.size()));
     if (!presence.ok) {
         return refuse("Not verified — nothing was adopted. " + presence.record, "adopt_denied",
                       {{"record", presence.record}});
@@ -152,8 +151,7 @@ void EngineVM::adoptRecords(const std::vector<std::string>& files) {
     compareProof();
 }
 
-void EngineVM::restoreRecord(const std::string& file) {
-    if (deferred([this, file] { restoreRecord(file); })) return;
+void EngineVM::restoreRecordNow(const Turn&, const std::string& file) {
     if (!*principal || roleReadonly())
         return refuse("Read-only role — nothing was changed.", "readonly_refused");
     const ProofComparison* known = proof->get();
@@ -169,8 +167,7 @@ void EngineVM::restoreRecord(const std::string& file) {
     compareProof();
 }
 
-void EngineVM::supplyEvidence(const std::string& root) {
-    if (deferred([this, root] { supplyEvidence(root); })) return;
+void EngineVM::supplyEvidenceNow(const Turn& turn, const std::string& root) {
     if (!*principal || roleReadonly())
         return refuse("Read-only role — nothing was changed.", "readonly_refused");
     const LoggedDecision* decision = decisionWith(root);
@@ -182,8 +179,8 @@ void EngineVM::supplyEvidence(const std::string& root) {
         log_.e("evidence_restored", {{"name", name}, {"root", root}});
         return compareProof();
     }
-    const WorkQueue::Exclusive exclusive(queue_);
-    const auto file = ports_.filePanel.choose({"Supply the file", "Select the file " + name});
+    const Exclusive exclusive(turn);
+    const auto file = chooseFile(exclusive, {"Supply the file", "Select the file " + name});
     if (!file) return status.set("No file selected — nothing was changed.");
     const auto staged = stageFile(*file);
     if (!staged) return status.set("Could not read " + shownFileName(*file) + ".");
@@ -191,7 +188,7 @@ void EngineVM::supplyEvidence(const std::string& root) {
         return refuse("That is another file: its hash is not the sealed one. Nothing was changed.",
                       "supply_refused", {{"name", name}, {"root", staged->root()}});
     }
-    const Presence::Result presence = presence_.require(supplySentence(name));
+    const Presence::Result presence = provePresence(exclusive, supplySentence(name));
     if (!presence.ok) {
         return refuse("Not verified — nothing was changed. " + presence.record, "supply_denied",
                       {{"record", presence.record}});
@@ -240,8 +237,7 @@ std::filesystem::path EngineVM::keptFile(const std::string& root) const {
 
 // --- Checkpoints -----------------------------------------------------------------------------
 
-void EngineVM::makeCheckpoint() {
-    if (deferred([this] { makeCheckpoint(); })) return;
+void EngineVM::makeCheckpointNow(const Turn&) {
     if (!mayDecide()) return refuse("Only the owner makes a checkpoint.", "checkpoint_refused");
     const ProofComparison* known = proof->get();
     if (known == nullptr) return;

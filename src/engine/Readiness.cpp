@@ -22,8 +22,7 @@ void EngineVM::loadMesh() {
         ids.insert(node.id);
     const auto closed = sealedClosures(directories_.outputs, ids);
     // Nobody sees the mesh before the sealed closures are on it.
-    mesh.set(loaded->applying(closed));
-    readiness.set((*mesh)->readiness().value);
+    showMesh(loaded->applying(closed));
     cite("Replayed " + std::to_string(closed.size()) + " sealed gap-closes → readiness " +
              percent(*readiness),
          "kernel SOC2Mesh.applying · reconstructed from sovereign totems");
@@ -31,8 +30,7 @@ void EngineVM::loadMesh() {
     proposeNBA();
 }
 
-void EngineVM::readAgain() {
-    if (deferred([this] { readAgain(); })) return;
+void EngineVM::readAgainNow(const Turn&) {
     if (*mesh) return;
     loadMesh();
     if (!*mesh) return;
@@ -73,6 +71,12 @@ CardInputs EngineVM::cardInputs() const {
         .drive = *drive,
     };
     return inputs;
+}
+
+void EngineVM::showMesh(SOC2Mesh changed) {
+    const double solved = changed.readiness().value;
+    mesh.set(std::move(changed));
+    readiness.set(solved);
 }
 
 void EngineVM::proposeNBA() {

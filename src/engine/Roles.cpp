@@ -70,12 +70,11 @@ std::optional<RoleMap::Control> EngineVM::nextRoleControl() const {
     return std::nullopt;
 }
 
-void EngineVM::verifyKYC(const std::string& chosenRole) {
-    if (deferred([this, chosenRole] { verifyKYC(chosenRole); })) return;
-    const WorkQueue::Exclusive exclusive(queue_);
+void EngineVM::verifyKYCNow(const Turn& turn, const std::string& chosenRole) {
+    const Exclusive exclusive(turn);
     const std::string name = accountName();
     const Presence::Result presence =
-        presence_.require("Verify your identity — " + name + " (" + chosenRole + ")");
+        provePresence(exclusive, "Verify your identity — " + name + " (" + chosenRole + ")");
     if (!presence.ok) {
         refuse("Identity not verified.", "kyc_denied",
                {{"record", presence.record}, {"role", chosenRole}});
@@ -93,23 +92,20 @@ void EngineVM::verifyKYC(const std::string& chosenRole) {
     proposeNBA();
 }
 
-void EngineVM::leaveIdentity() {
-    if (deferred([this] { leaveIdentity(); })) return;
+void EngineVM::leaveIdentityNow(const Turn&) {
     principal.set(std::nullopt);
     role.set(std::nullopt);
     proposeNBA();
 }
 
-void EngineVM::closeRoleControl(const RoleMap::Control& control) {
-    if (deferred([this, control] { closeRoleControl(control); })) return;
+void EngineVM::closeRoleControlNow(const Turn& turn, const RoleMap::Control& control) {
     if (roleReadonly()) return;
-    if (control.close == "os") return closeRoleControlViaOS(control);
-    if (control.close == "generate") return generatePolicy(control.criterion);
-    attestRoleControl(control);
+    if (control.close == "os") return closeRoleControlViaOSNow(turn, control);
+    if (control.close == "generate") return generatePolicyNow(turn, control.criterion);
+    attestRoleControlNow(turn, control);
 }
 
-void EngineVM::attestRoleControl(const RoleMap::Control& control) {
-    if (deferred([this, control] { attestRoleControl(control); })) return;
+void EngineVM::attestRoleControlNow(const Turn& turn, const RoleMap::Control& control) {
     const SOC2Mesh::Node* node = criterionNode(control.criterion);
     if (node == nullptr) {
         status.set("Unknown criterion " + control.criterion + ".");
@@ -119,8 +115,8 @@ void EngineVM::attestRoleControl(const RoleMap::Control& control) {
         status.set(control.criterion + " already met.");
         return;
     }
-    const WorkQueue::Exclusive exclusive(queue_);
-    const Presence::Result presence = presence_.require("Acknowledge: " + control.task);
+    const Exclusive exclusive(turn);
+    const Presence::Result presence = provePresence(exclusive, "Acknowledge: " + control.task);
     if (!presence.ok) {
         refuse("Not verified — " + control.criterion + " unchanged. " + presence.record,
                "attest_denied", {{"criterion", control.criterion}, {"record", presence.record}});
@@ -130,17 +126,18 @@ void EngineVM::attestRoleControl(const RoleMap::Control& control) {
     const std::string statement =
         "Attested by " + roleName + " " + personName() + ": " + control.task;
     const StagedEvidence evidence = keeper_->vault().stage(statement);
-    const Closure closure = closeCriterion({
-        .criterion = control.criterion,
+    Closing closing{
+        .facts = {.criterion = control.criterion,
+                  .presence = presence.record,
+                  .evidenceName = "role-attest-" + control.criterion + ".txt"},
         .title = "Acknowledged " + control.criterion,
-        .presence = presence.record,
         .evidence = evidence,
-        .evidenceName = "role-attest-" + control.criterion + ".txt",
         .extra = {{"role", roleName},
                   {"evidence_summary", statement},
                   {"attested", true},
                   {"close_method", "attest"}},
-    });
+    };
+    closeCriterion(closing);
     status.set("Acknowledged: " + control.task + ". Your completion is now " +
                percent(roleReadiness()) + ".");
     cite(roleName + " " + personName() + " acknowledged " + control.criterion + ": " +
@@ -148,7 +145,7 @@ void EngineVM::attestRoleControl(const RoleMap::Control& control) {
          "presence " + presence.record + " · role attest");
     log_.e(
         "attest_role_control",
-        {{"criterion", control.criterion}, {"role", roleName}, {"block", closure.totem.blockHash}});
+        {{"criterion", control.criterion}, {"role", roleName}, {"block", closing.totem.blockHash}});
     proposeNBA();
 }
 

@@ -3,8 +3,7 @@
 
 namespace kelvo {
 
-void EngineVM::play() {
-    if (deferred([this] { play(); })) return;
+void EngineVM::playNow(const Turn&) {
     if (*running) return;
     riskLatched_ = false;
     running.set(true);
@@ -35,8 +34,7 @@ void EngineVM::tick() {
          "dissipation rate " + fixed(*rate, 2) + " ≥ limit " + fixed(rateLimit, 2));
 }
 
-void EngineVM::pause() {
-    if (deferred([this] { pause(); })) return;
+void EngineVM::pauseNow(const Turn&) {
     running.set(false);
     ports_.ticker.stop();
     status.set("PAUSE — frozen.");
@@ -55,8 +53,7 @@ PendingMeasurement EngineVM::measure() const {
     return {title, sim_->state(), writeJson(document).value_or("")};
 }
 
-void EngineVM::throttle() {
-    if (deferred([this] { throttle(); })) return;
+void EngineVM::throttleNow(const Turn&) {
     const double halved = *drive * 0.5;
     setDrive(halved >= 0 ? halved : 0);
     cite("Agent throttled source Se → " + fixed(*drive, 2), "lever: reduce ∫R·f² growth rate");

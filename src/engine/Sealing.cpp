@@ -1,5 +1,4 @@
 #include "base/Text.h"
-#include "compliance/ControlClosure.h"
 #include "engine/EngineVM.h"
 #include "ledger/RecordFile.h"
 
@@ -13,15 +12,14 @@ std::string abbreviated(const std::string& hash) {
 
 } // namespace
 
-void EngineVM::bondCollapse() {
-    if (deferred([this] { bondCollapse(); })) return;
+void EngineVM::bondCollapseNow(const Turn& turn) {
     if (!*pending) return;
-    const WorkQueue::Exclusive exclusive(queue_);
+    const Exclusive exclusive(turn);
     const PendingMeasurement measurement = **pending;
     status.set("HIPR — awaiting Touch ID…");
     log_.e("hipr_request", {{"title", measurement.title}});
     const Presence::Result presence =
-        presence_.require("BOND — collapse PENDING→FINAL, seal totem to chain");
+        provePresence(exclusive, "BOND — collapse PENDING→FINAL, seal totem to chain");
     if (!presence.ok) {
         refuse("HIPR DENIED — no chain write. " + presence.record, "hipr_denied",
                {{"record", presence.record}});
@@ -69,39 +67,6 @@ Totem EngineVM::seal(const Json& payload, const std::string& title, const std::s
     Totem totem = appendTotem(bytes, title, presence, asOf);
     writeForBouncer(totem, bytes, asOf, evidence);
     return totem;
-}
-
-std::string EngineVM::Closure::change() const {
-    return percent(readinessBefore) + "→" + percent(readinessAfter);
-}
-
-EngineVM::Closure EngineVM::closeCriterion(const ClosureRequest& request) {
-    Closure closure;
-    SOC2Mesh raised = **mesh;
-    SOC2Mesh::Node& node = *raised.find(request.criterion);
-    closure.gateBefore = node.g;
-    closure.readinessBefore = *readiness;
-    node.g = 1.0;
-    closure.readinessAfter = raised.readiness().value;
-    mesh.set(std::move(raised));
-    readiness.set(closure.readinessAfter);
-
-    closure.asOf = request.asOf.value_or(now());
-    Json payload = controlPayload({
-        .criterion = request.criterion,
-        .gateBefore = closure.gateBefore,
-        .owner = ownerName(),
-        .readinessBefore = closure.readinessBefore,
-        .readinessAfter = closure.readinessAfter,
-        .attestedAt = closure.asOf,
-        .presence = request.presence,
-        .tip = chain_.tip(),
-        .evidenceRoot = request.evidence.root(),
-        .evidenceName = request.evidenceName,
-    });
-    payload.update(request.extra);
-    closure.totem = seal(payload, request.title, request.presence, closure.asOf, request.evidence);
-    return closure;
 }
 
 } // namespace kelvo

@@ -4,7 +4,7 @@
 
 namespace kelvo {
 
-WorkQueue::Exclusive::Exclusive(WorkQueue& queue) : queue_(queue) {
+WorkQueue::Exclusive::Exclusive(const Turn& turn) : queue_(turn.queue_) {
     ++queue_.holders_;
 }
 
@@ -13,7 +13,7 @@ WorkQueue::Exclusive::~Exclusive() {
     queue_.drain();
 }
 
-void WorkQueue::submit(std::function<void()> work) {
+void WorkQueue::submit(Work work) {
     waiting_.push_back(std::move(work));
     drain();
 }
@@ -23,9 +23,9 @@ void WorkQueue::drain() {
     if (draining_) return;
     draining_ = true;
     while (holders_ == 0 && !waiting_.empty()) {
-        const auto work = std::move(waiting_.front());
+        const Work work = std::move(waiting_.front());
         waiting_.pop_front();
-        work();
+        work(Turn(*this));
     }
     draining_ = false;
 }

@@ -71,21 +71,22 @@ TEST(WorkQueue, HoldsWorkAndRunsItInOrderOfArrival) {
     WorkQueue queue;
     std::vector<int> ran;
     queue.submit([&] { ran.push_back(1); });
-    {
-        const WorkQueue::Exclusive outer(queue);
-        queue.submit([&] {
+    EXPECT_TRUE(queue.runNow([&](const Turn& turn) {
+        const WorkQueue::Exclusive outer(turn);
+        queue.submit([&](const Turn& later) {
             {
-                const WorkQueue::Exclusive inner(queue);
+                const WorkQueue::Exclusive inner(later);
                 queue.submit([&] { ran.push_back(4); });
             }
             ran.push_back(2); // what comes behind waits for the end of this
         });
         {
-            const WorkQueue::Exclusive nested(queue);
+            const WorkQueue::Exclusive nested(turn);
             queue.submit([&] { ran.push_back(3); });
         }
+        EXPECT_FALSE(queue.runNow([&](const Turn&) { ran.push_back(0); }));
         EXPECT_THAT(ran, ElementsAre(1)) << "holding nests";
-    }
+    }));
     EXPECT_THAT(ran, ElementsAre(1, 2, 3, 4));
 }
 

@@ -240,7 +240,7 @@ void WorldStory::tellOfTheEngine() {
     };
     words["handOver"] = [this](Rest folder) {
         std::filesystem::create_directories(path(folder));
-        world->handOver("Jane Doe, Example CPA LLP", path(folder));
+        world->handOver("Jane Doe, Example CPA LLP", path(folder), false);
         world.eventLoop.drain();
     };
     words["owner"] = [this](Rest) { world->verifyKYC("Owner"); };
