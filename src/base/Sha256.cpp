@@ -56,6 +56,10 @@ bool isHexOf(const Sha256Digest& digest, std::string_view text) {
     return text == std::string_view(expected.data(), expected.size());
 }
 
+std::string abbreviated(std::string_view hash) {
+    return std::string(hash.substr(0, 12));
+}
+
 std::string sha256Hex(std::string_view bytes) {
     return hex(sha256(bytes));
 }

@@ -22,6 +22,9 @@ bool isHexOf(const Sha256Digest& digest, std::string_view text);
 /// `hex(sha256(bytes))`.
 std::string sha256Hex(std::string_view bytes);
 
+/// The first twelve characters of a hash, by which lines and file names tell hashes apart.
+std::string abbreviated(std::string_view hash);
+
 /// Hashes what arrives in pieces, so that a file of any size needs one buffer.
 class Sha256Stream {
 public:

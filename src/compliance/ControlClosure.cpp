@@ -2,6 +2,7 @@
 
 namespace kelvo {
 
+// Fixed texts: the members' names, which are hashed and replayed, see docs/decisions.md.
 Json controlPayload(const ControlClosure& closure) {
     return {
         {"sourceDb", "control"},

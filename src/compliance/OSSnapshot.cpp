@@ -8,6 +8,8 @@
 namespace kelvo::OSSnapshot {
 namespace {
 
+// Fixed texts: the names of the facts, the tools' paths and what in their output counts, see
+// docs/decisions.md.
 constexpr const char* diskEncryption = "FileVault disk encryption";
 constexpr const char* firewall = "Application firewall";
 constexpr const char* screenLock = "Password required after sleep/screensaver";
@@ -64,6 +66,7 @@ OSFact screenLockFact(const std::optional<std::string>& output) {
 } // namespace
 
 std::vector<OSFact> read(Processes& processes) {
+    // Fixed texts, as above.
     return {
         containing(diskEncryption, run(processes, "/usr/bin/fdesetup", {"status"}), "on", "on",
                    "off"),

@@ -1,6 +1,7 @@
 #include "compliance/SOC2Templates.h"
 
 #include <algorithm>
+#include <array>
 
 namespace kelvo {
 namespace {
@@ -42,7 +43,7 @@ struct Row {
 };
 
 std::vector<SOC2Template> build() {
-    const std::vector<Row> rows = {
+    const auto rows = std::to_array<Row>({
         {"CC1",
          "Control Environment (governance, org, HR, ethics)",
          5,
@@ -133,7 +134,8 @@ std::vector<SOC2Template> build() {
          "vendor/business-partner risk.",
          "Business continuity/disaster recovery plan and a vendor risk-management program.",
          {"BCP/DR plan + test", "vendor inventory", "vendor risk assessments"}},
-    };
+    });
+    static_assert(std::tuple_size_v<decltype(rows)> == SOC2Templates::count);
     std::vector<SOC2Template> templates;
     templates.reserve(rows.size());
     for (const Row& row : rows) {

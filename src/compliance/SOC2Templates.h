@@ -24,6 +24,9 @@ struct SOC2Template {
 
 namespace SOC2Templates {
 
+/// How many families there are.
+inline constexpr std::size_t count = 9;
+
 /// The nine templates, CC1 to CC9. Made on first use.
 const std::vector<SOC2Template>& all();
 

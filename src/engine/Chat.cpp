@@ -44,6 +44,7 @@ void EngineVM::askAssistantNow(const Turn&, const std::string& question) {
 std::string EngineVM::assistantContext() const {
     std::vector<std::string> lines = {
         "Owner: " + principal->value_or("not yet verified"),
+        // Fixed text, see docs/decisions.md.
         "Readiness: " + percent(*readiness) + " (" + std::to_string(metCount()) +
             "/13 criteria met)",
     };

@@ -28,6 +28,7 @@ void EngineVM::closeRoleControlViaOSNow(const Turn& turn, const RoleMap::Control
     }
     if (readings.empty() || !insecure.empty()) {
         const std::string bad = joined(insecure, ", ");
+        // Fixed text, see docs/decisions.md.
         refuse("Device not yet secure — turn on: " +
                    (bad.empty() ? "FileVault, firewall, screen-lock" : bad) + ".",
                "os_close_blocked", {{"criterion", control.criterion}, {"bad", bad}});

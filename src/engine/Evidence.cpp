@@ -1,4 +1,5 @@
 #include "base/Files.h"
+#include "base/Sha256.h"
 #include "base/Text.h"
 #include "engine/EngineVM.h"
 #include "intelligence/EvidenceMapper.h"
@@ -78,15 +79,17 @@ void EngineVM::stageEvidence(const Document& document,
             outcome = "Mapped no valid criteria for " + name + " — choose manually.";
         } else {
             proposal.summary = mapping->summary;
+            // Fixed text, see docs/decisions.md.
             outcome = "Apple Intelligence mapped " + name + " → " +
                       std::to_string(proposal.criteria.size()) + " criteria. Review & approve.";
         }
     }
-    const std::string root = proposal.root.substr(0, 12);
+    const std::string root = abbreviated(proposal.root);
     const std::size_t count = proposal.criteria.size();
     proposedEvidence_ = document.evidence;
     evidenceProposal.set(std::move(proposal));
     status.set(std::move(outcome));
+    // Fixed text, see docs/decisions.md.
     cite("Staged evidence " + name + " [" + root + "] — " + std::to_string(count) +
              " criteria proposed",
          "Apple Intelligence on-device · sha256 " + root);
@@ -119,7 +122,8 @@ void EngineVM::confirmEvidenceNow(const Turn& turn, const std::vector<std::strin
         };
         closeCriterion(closing);
         ++sealed;
-        cite("Sealed " + id + " from " + proposal.name + " [" + proposal.root.substr(0, 12) +
+        // Fixed text, see docs/decisions.md.
+        cite("Sealed " + id + " from " + proposal.name + " [" + abbreviated(proposal.root) +
                  "] — readiness " + closing.readinessChange(),
              "owner " + ownerName() + " · Apple Intelligence mapped · presence " + presence.record);
         log_.e("evidence_sealed",

@@ -1,6 +1,7 @@
 // Seals besides closings: they change no readiness, and go the same way through presence, chain,
 // record file and log.
 
+#include "base/Sha256.h"
 #include "engine/EngineVM.h"
 
 #include <algorithm>
@@ -55,7 +56,7 @@ bool EngineVM::sealFurther(const Exclusive& exclusive, const FurtherSeal& furthe
     payload["tip"] = chain_.tip();
     const Totem totem = seal(payload, title, presence.record, moment, evidence);
     status.set("Sealed: " + title + ".");
-    cite(title + " [" + totem.blockHash.substr(0, 12) + "]",
+    cite(title + " [" + abbreviated(totem.blockHash) + "]",
          "owner " + ownerName() + " · presence " + presence.record);
     log_.e("further_sealed", {{"source", source}, {"title", title}, {"block", totem.blockHash}});
     proposeNBA();

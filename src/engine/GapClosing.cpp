@@ -1,4 +1,5 @@
 #include "base/Files.h"
+#include "base/Sha256.h"
 #include "base/Text.h"
 #include "engine/EngineVM.h"
 
@@ -44,7 +45,7 @@ void EngineVM::closeGapNow(const Turn& turn, const std::string& criterion) {
     closeCriterion(closing);
     status.set("Closed " + criterion + ": readiness " + closing.readinessChange() + ".");
     cite("Closed " + criterion + " with evidence " + evidenceName + " [" +
-             evidence->root().substr(0, 12) + "] — readiness " + closing.readinessChange(),
+             abbreviated(evidence->root()) + "] — readiness " + closing.readinessChange(),
          "owner " + ownerName() + " · presence " + presence.record);
     log_.e("close_gap", {{"criterion", criterion},
                          {"gate_before", closing.facts.gateBefore},

@@ -11,6 +11,8 @@ namespace {
 /// counts as settled.
 constexpr double steadyBand = 0.01;
 
+// Fixed texts: every title and detail of the cards below, see docs/decisions.md.
+
 Cards identityCards() {
     return {
         .agent = {"First: who is accountable?",

@@ -1,4 +1,5 @@
 #include "base/Files.h"
+#include "base/Sha256.h"
 #include "base/Text.h"
 #include "engine/EngineVM.h"
 #include "intelligence/PolicyGen.h"
@@ -34,6 +35,7 @@ void EngineVM::stagePolicy(const std::string& criterion, const std::optional<std
     const std::size_t characters = characterCount(*text);
     generatedDoc.set(GeneratedDoc{criterion, *text});
     status.set("Drafted a policy for " + criterion + " from the graph. Review & approve to seal.");
+    // Fixed text, see docs/decisions.md.
     cite("Generated policy for " + criterion + " from graph variables (" +
              std::to_string(characters) + " chars) — review pending",
          "Apple Intelligence on-device · grounded in node evidence");
@@ -78,7 +80,7 @@ void EngineVM::approveGeneratedNow(const Turn& turn) {
     status.set("Sealed generated policy for " + draft.criterion + ": readiness " +
                closing.readinessChange() + ".");
     cite("Sealed generated policy for " + draft.criterion + " → " + artifact + " [" +
-             sha.substr(0, 12) + "] — readiness " + closing.readinessChange(),
+             abbreviated(sha) + "] — readiness " + closing.readinessChange(),
          "owner " + ownerName() + " · generated from graph variables · presence " +
              presence.record);
     log_.e("policy_generated_sealed", {{"criterion", draft.criterion},

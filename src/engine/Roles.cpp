@@ -1,3 +1,4 @@
+#include "base/Sha256.h"
 #include "base/Text.h"
 #include "engine/EngineVM.h"
 
@@ -141,7 +142,7 @@ void EngineVM::attestRoleControlNow(const Turn& turn, const RoleMap::Control& co
     status.set("Acknowledged: " + control.task + ". Your completion is now " +
                percent(roleReadiness()) + ".");
     cite(roleName + " " + personName() + " acknowledged " + control.criterion + ": " +
-             control.task + " [" + evidence.root().substr(0, 12) + "]",
+             control.task + " [" + abbreviated(evidence.root()) + "]",
          "presence " + presence.record + " · role attest");
     log_.e(
         "attest_role_control",

@@ -28,6 +28,7 @@ void EngineVM::tick() {
     if (!(*rate > rateLimit) || riskLatched_) return;
     riskLatched_ = true;
     pause();
+    // Fixed text, see docs/decisions.md.
     notify_.fire("⚠ Risk needs your review",
                  "System auto-paused. Press BOND (Touch ID) to approve, or PLAY to continue.");
     cite("Risk crossed safe limit — auto-paused for human approval.",

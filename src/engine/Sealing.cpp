@@ -1,21 +1,14 @@
+#include "base/Sha256.h"
 #include "base/Text.h"
 #include "engine/EngineVM.h"
 #include "ledger/RecordFile.h"
 
 namespace kelvo {
-namespace {
-
-/// How much of a hash the status line and the citations show.
-std::string abbreviated(const std::string& hash) {
-    return hash.substr(0, 12);
-}
-
-} // namespace
-
 void EngineVM::bondCollapseNow(const Turn& turn) {
     if (!*pending) return;
     const Exclusive exclusive(turn);
     const PendingMeasurement measurement = **pending;
+    // Fixed text, see docs/decisions.md.
     status.set("HIPR — awaiting Touch ID…");
     log_.e("hipr_request", {{"title", measurement.title}});
     const Presence::Result presence =

@@ -42,6 +42,7 @@ ExtractedGraph extracted(std::vector<GeneratedNode> nodes, std::vector<Generated
 } // namespace
 
 std::string SiriError::description() const {
+    // Fixed text, see docs/decisions.md.
     return "Apple Intelligence unavailable: " + reason +
            ". Enable it in System Settings ▸ Apple Intelligence & Siri.";
 }

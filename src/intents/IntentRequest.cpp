@@ -24,24 +24,38 @@ tl::expected<Intent, std::string> readQuestion(std::string_view question) {
     return AskKelvoAgentIntent{std::string(question)};
 }
 
+/// The intent with its parameter.
+struct Read {
+    using Result = tl::expected<Intent, std::string>;
+    std::string_view parameter;
+
+    Result operator()(const AskKelvoAgentIntent&) const { return readQuestion(parameter); }
+    Result operator()(const AdoptFamilyIntent&) const {
+        if (const auto family = ccFamily(parameter)) return AdoptFamilyIntent{*family};
+        return tl::unexpected(quoted(parameter) + " is no control family. The families are " +
+                              rawValue(allCCFamilies.front()) + " to " +
+                              rawValue(allCCFamilies.back()) + ".");
+    }
+    Result operator()(const PlayKelvoIntent& intent) const { return bare(intent); }
+    Result operator()(const SealKelvoIntent& intent) const { return bare(intent); }
+
+private:
+    Result bare(const Intent& intent) const {
+        if (parameter.empty()) return intent;
+        return tl::unexpected("“" + std::string(requestName(intent)) + "” takes no parameter.");
+    }
+};
+
 } // namespace
 
 tl::expected<Intent, std::string> readIntent(std::string_view name, std::string_view parameter) {
-    if (name == "ask") return readQuestion(parameter);
-    if (name == "adopt") {
-        if (const auto family = ccFamily(parameter)) return AdoptFamilyIntent{*family};
-        return tl::unexpected(quoted(parameter) +
-                              " is no control family. The families are CC1 to CC9.");
+    std::string names;
+    for (const Intent& each : oneOfEach()) {
+        if (requestName(each) == name) return std::visit(Read{parameter}, each);
+        const bool last = each == oneOfEach().back();
+        names += (names.empty() ? "" : last ? " and " : ", ") + std::string(requestName(each));
     }
-    const bool run = name == "run";
-    if (!run && name != "approve") {
-        return tl::unexpected(quoted(name) +
-                              " is no intent. The intents are ask, adopt, run and approve.");
-    }
-    if (!parameter.empty())
-        return tl::unexpected("“" + std::string(name) + "” takes no parameter.");
-    if (run) return PlayKelvoIntent{};
-    return SealKelvoIntent{};
+    return tl::unexpected(quoted(name) + " is no intent. The intents are " + names + ".");
 }
 
 std::string_view requestName(const Intent& intent) {
@@ -55,9 +69,15 @@ std::string_view requestName(const Intent& intent) {
 }
 
 std::string requestParameter(const Intent& intent) {
-    if (const auto* ask = std::get_if<AskKelvoAgentIntent>(&intent)) return ask->question;
-    if (const auto* adopt = std::get_if<AdoptFamilyIntent>(&intent)) return rawValue(adopt->family);
-    return {};
+    struct Parameter {
+        std::string operator()(const AskKelvoAgentIntent& ask) const { return ask.question; }
+        std::string operator()(const AdoptFamilyIntent& adopt) const {
+            return rawValue(adopt.family);
+        }
+        std::string operator()(const PlayKelvoIntent&) const { return {}; }
+        std::string operator()(const SealKelvoIntent&) const { return {}; }
+    };
+    return std::visit(Parameter(), intent);
 }
 
 std::string intentId(const Intent& intent) {

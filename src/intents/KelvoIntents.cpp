@@ -38,6 +38,7 @@ std::optional<CCFamily> ccFamily(std::string_view raw) {
 
 void AskKelvoAgentIntent::perform(const IntentContext& context, IntentDone done) const {
     if (context.model.osMajorVersion() < requiredOsMajorVersion) {
+        // Fixed text, see docs/decisions.md.
         return done("Apple Intelligence needs macOS 26.");
     }
     EngineVM& engine = context.engine;
@@ -84,8 +85,17 @@ void SealKelvoIntent::perform(const IntentContext& context, IntentDone done) con
     EngineVM& engine = context.engine;
     inFront(context, [&engine, done = std::move(done)] {
         engine.bondCollapse();
+        // Fixed text, see docs/decisions.md.
         done("Confirm with Touch ID to approve and save this to your record.");
     });
+}
+
+const std::vector<Intent>& oneOfEach() {
+    static const auto all = []<std::size_t... i>(std::index_sequence<i...>) {
+        return std::vector<Intent>{std::variant_alternative_t<i, Intent>()...};
+    }
+    (std::make_index_sequence<std::variant_size_v<Intent>>());
+    return all;
 }
 
 const IntentType& typeOf(const Intent& intent) {

@@ -12,6 +12,7 @@
 #include <string>
 #include <string_view>
 #include <variant>
+#include <vector>
 
 namespace kelvo {
 
@@ -21,9 +22,13 @@ class EngineVM;
 enum class CCFamily { cc1, cc2, cc3, cc4, cc5, cc6, cc7, cc8, cc9 };
 
 inline constexpr std::string_view ccFamilyTypeName = "SOC2 control family";
-inline constexpr std::array allCCFamilies{CCFamily::cc1, CCFamily::cc2, CCFamily::cc3,
-                                          CCFamily::cc4, CCFamily::cc5, CCFamily::cc6,
-                                          CCFamily::cc7, CCFamily::cc8, CCFamily::cc9};
+inline constexpr auto allCCFamilies = [] {
+    std::array<CCFamily, SOC2Templates::count> all{};
+    for (std::size_t i = 0; i < all.size(); ++i)
+        all[i] = static_cast<CCFamily>(i);
+    return all;
+}();
+static_assert(allCCFamilies.back() == CCFamily::cc9, "one enumerator a template");
 
 /// "CC1" to "CC9": the id of the family's template.
 std::string rawValue(CCFamily family);
@@ -102,8 +107,13 @@ struct SealKelvoIntent {
     bool operator==(const SealKelvoIntent&) const = default;
 };
 
+/// Whoever tells intents apart visits this with a function for each and no default, so that a
+/// further intent does not compile before all of them know it.
 using Intent =
     std::variant<AskKelvoAgentIntent, AdoptFamilyIntent, PlayKelvoIntent, SealKelvoIntent>;
+
+/// One of each intent, with an empty parameter, in the order of the variant.
+const std::vector<Intent>& oneOfEach();
 
 const IntentType& typeOf(const Intent& intent);
 void perform(const Intent& intent, const IntentContext& context, IntentDone done);

@@ -13,40 +13,67 @@ std::string filled(std::string text, std::string_view place, std::string_view na
     return at == std::string::npos ? text : text.replace(at, place.size(), name);
 }
 
-std::vector<SpokenPhrase> expand(std::string_view phrase, const IntentType& type) {
-    const std::string text = filled(std::string(phrase), appPlace, applicationName);
-    if (type == AskKelvoAgentIntent::type) return {{text, AskKelvoAgentIntent{}}};
-    if (type == PlayKelvoIntent::type) return {{text, PlayKelvoIntent{}}};
-    if (type == SealKelvoIntent::type) return {{text, SealKelvoIntent{}}};
-    std::vector<SpokenPhrase> each;
-    each.reserve(allCCFamilies.size());
-    for (const CCFamily family : allCCFamilies) {
-        each.push_back({filled(text, familyPlace, displayName(family)), AdoptFamilyIntent{family}});
+struct Shortcut {
+    AppShortcut operator()(const AskKelvoAgentIntent& intent) const {
+        return {intent.type, {"Ask {app}"}, "Ask the agent", "apple.intelligence"};
     }
-    return each;
-}
+    AppShortcut operator()(const AdoptFamilyIntent& intent) const {
+        return {intent.type,
+                {"Set up {family} in {app}", "Adopt {family} in {app}"},
+                "Set up controls",
+                "checkmark.seal"};
+    }
+    AppShortcut operator()(const PlayKelvoIntent& intent) const {
+        return {intent.type, {"Run {app}"}, "Run", "play.fill"};
+    }
+    AppShortcut operator()(const SealKelvoIntent& intent) const {
+        return {intent.type, {"Approve in {app}"}, "Approve and save", "touchid"};
+    }
+};
+
+/// A phrase with each value that it can name.
+struct Expand {
+    const std::string& text;
+
+    std::vector<SpokenPhrase> operator()(const AskKelvoAgentIntent& intent) const {
+        return {{text, intent}};
+    }
+    std::vector<SpokenPhrase> operator()(const AdoptFamilyIntent&) const {
+        std::vector<SpokenPhrase> each;
+        each.reserve(allCCFamilies.size());
+        for (const CCFamily family : allCCFamilies)
+            each.push_back(
+                {filled(text, familyPlace, displayName(family)), AdoptFamilyIntent{family}});
+        return each;
+    }
+    std::vector<SpokenPhrase> operator()(const PlayKelvoIntent& intent) const {
+        return {{text, intent}};
+    }
+    std::vector<SpokenPhrase> operator()(const SealKelvoIntent& intent) const {
+        return {{text, intent}};
+    }
+};
 
 } // namespace
 
 const std::vector<AppShortcut>& appShortcuts() {
-    static const std::vector<AppShortcut> shortcuts{
-        {AskKelvoAgentIntent::type, {"Ask {app}"}, "Ask the agent", "apple.intelligence"},
-        {AdoptFamilyIntent::type,
-         {"Set up {family} in {app}", "Adopt {family} in {app}"},
-         "Set up controls",
-         "checkmark.seal"},
-        {PlayKelvoIntent::type, {"Run {app}"}, "Run", "play.fill"},
-        {SealKelvoIntent::type, {"Approve in {app}"}, "Approve and save", "touchid"},
-    };
+    static const std::vector<AppShortcut> shortcuts = [] {
+        std::vector<AppShortcut> all;
+        for (const Intent& intent : oneOfEach())
+            all.push_back(std::visit(Shortcut(), intent));
+        return all;
+    }();
     return shortcuts;
 }
 
 const std::vector<SpokenPhrase>& spokenPhrases() {
     static const std::vector<SpokenPhrase> all = [] {
         std::vector<SpokenPhrase> phrases;
-        for (const AppShortcut& shortcut : appShortcuts()) {
-            for (const std::string_view phrase : shortcut.phrases)
-                std::ranges::move(expand(phrase, shortcut.intent), std::back_inserter(phrases));
+        for (const Intent& intent : oneOfEach()) {
+            for (const std::string_view phrase : shortcutOf(intent).phrases) {
+                const std::string text = filled(std::string(phrase), appPlace, applicationName);
+                std::ranges::move(std::visit(Expand{text}, intent), std::back_inserter(phrases));
+            }
         }
         return phrases;
     }();
@@ -54,7 +81,7 @@ const std::vector<SpokenPhrase>& spokenPhrases() {
 }
 
 const AppShortcut& shortcutOf(const Intent& intent) {
-    return *std::ranges::find(appShortcuts(), typeOf(intent), &AppShortcut::intent);
+    return appShortcuts()[intent.index()];
 }
 
 } // namespace kelvo::KelvoShortcuts

@@ -94,6 +94,7 @@ bool onTheWayTo(Words phrase, Words typed) {
 std::string_view spokenDigit(std::string_view digit) {
     static constexpr std::array<std::string_view, 9> spoken{"one", "two",   "three", "four", "five",
                                                             "six", "seven", "eight", "nine"};
+    static_assert(spoken.size() == SOC2Templates::count, "each family is called by one digit");
     if (digit.size() != 1 || digit[0] < '1' || digit[0] > '9') return {};
     return spoken[static_cast<std::size_t>(digit[0] - '1')];
 }

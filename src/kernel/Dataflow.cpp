@@ -82,7 +82,10 @@ private:
         case NodeKind::R:
             resistor(bonds[0], param(node));
             break;
-        default:
+        case NodeKind::Se:
+        case NodeKind::Sf:
+        case NodeKind::C:
+        case NodeKind::I:
             break;
         }
     }

@@ -60,9 +60,14 @@ std::optional<int> ports(NodeKind kind) {
     case NodeKind::j0:
     case NodeKind::j1:
         return std::nullopt;
-    default:
-        return 1;
+    case NodeKind::Se:
+    case NodeKind::Sf:
+    case NodeKind::R:
+    case NodeKind::C:
+    case NodeKind::I:
+        break;
     }
+    return 1;
 }
 
 bool isSource(NodeKind kind) {

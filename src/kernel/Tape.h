@@ -21,7 +21,7 @@ enum class Code : std::uint8_t {
     addQuotProduct, ///< (a + x/c) + y·d
     addQuotients,   ///< (a + x/c) + y/d
 };
-inline constexpr std::size_t codeCount = 8;
+inline constexpr std::size_t codeCount = static_cast<std::size_t>(Code::addQuotients) + 1;
 
 /// Instructions of one code that do not depend on each other. Instruction i writes slot dst + i.
 /// Its operands are in slots a + i, x + i, y + i and its constants in c[i] and d[i] (dense), or the

@@ -31,9 +31,13 @@ int operandsOf(Code code) {
     case Code::addProduct:
     case Code::addQuotient:
         return 2;
-    default:
-        return 3;
+    case Code::addProducts:
+    case Code::addProductQuot:
+    case Code::addQuotProduct:
+    case Code::addQuotients:
+        break;
     }
+    return 3;
 }
 
 int firstOperandOf(Code code) {
@@ -60,9 +64,13 @@ Code withProductOfC(Code code) {
         return Code::addProducts;
     case Code::addQuotients:
         return Code::addProductQuot;
-    default:
-        return code;
+    case Code::product:
+    case Code::addProduct:
+    case Code::addProducts:
+    case Code::addProductQuot:
+        break;
     }
+    return code;
 }
 Code withProductOfD(Code code) {
     switch (code) {
@@ -70,9 +78,15 @@ Code withProductOfD(Code code) {
         return Code::addProducts;
     case Code::addQuotients:
         return Code::addQuotProduct;
-    default:
-        return code;
+    case Code::product:
+    case Code::quotient:
+    case Code::addProduct:
+    case Code::addQuotient:
+    case Code::addProducts:
+    case Code::addQuotProduct:
+        break;
     }
+    return code;
 }
 
 /// True when 1/c is a number exactly: then x·(1/c) and x/c round the same number, and are equal.

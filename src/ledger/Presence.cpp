@@ -5,6 +5,7 @@
 namespace kelvo {
 namespace {
 
+// Fixed texts, which are sealed, see docs/decisions.md.
 const char* kindName(Biometry biometry) {
     switch (biometry) {
     case Biometry::fingerprint:

@@ -1,5 +1,7 @@
 #include "ledger/RecordFile.h"
 
+#include "base/Sha256.h"
+
 #include <system_error>
 #include <utility>
 
@@ -30,7 +32,7 @@ std::string sourceOf(const Json& document) {
 
 std::string recordFileName(const Json& document, const Totem& totem) {
     return sourceOf(document) + "-" + std::to_string(totem.index) + "-" +
-           totem.blockHash.substr(0, 12) + ".totem.json";
+           abbreviated(totem.blockHash) + ".totem.json";
 }
 
 std::set<std::string> recordFileNames(const std::filesystem::path& directory) {

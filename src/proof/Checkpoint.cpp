@@ -155,7 +155,7 @@ tl::expected<Checkpoint, std::string> parseCheckpoint(std::string_view text) {
 std::string checkpointFileName(const Checkpoint& checkpoint) {
     std::string lines = std::to_string(checkpoint.lines());
     if (lines.size() < 6) lines.insert(0, 6 - lines.size(), '0');
-    return lines + "-" + sha256Hex(checkpointText(checkpoint)).substr(0, 12) + ".txt";
+    return lines + "-" + abbreviated(sha256Hex(checkpointText(checkpoint))) + ".txt";
 }
 
 std::vector<StoredCheckpoint> storedCheckpoints(const fs::path& folder) {

@@ -53,9 +53,22 @@ std::optional<std::string> logRefusal(const ProofTrouble& trouble) {
         return "The" + log + " is shorter than it was.";
     case Kind::copiesDisagree:
         return "Two copies of the" + log + " disagree.";
-    default:
-        return std::nullopt;
+    case Kind::recordGone:
+    case Kind::recordAltered:
+    case Kind::recordUnlisted:
+    case Kind::recordEarlier:
+    case Kind::recordUnreadable:
+    case Kind::evidenceGone:
+    case Kind::evidenceNotKept:
+    case Kind::graphChanged:
+    case Kind::clockAhead:
+    case Kind::foreignLog:
+    case Kind::notCountedYet:
+    case Kind::copyHarmless:
+    case Kind::arriving:
+        break;
     }
+    return std::nullopt;
 }
 
 class Packing {

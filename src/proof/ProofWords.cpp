@@ -55,9 +55,21 @@ std::string lineOfLog(const ProofTrouble& trouble) {
                " on.";
     case Kind::clockAhead:
         return "The clock of " + name + " is " + duration(trouble.seconds) + " ahead.";
-    default:
-        return "";
+    case Kind::recordGone:
+    case Kind::recordAltered:
+    case Kind::recordUnlisted:
+    case Kind::recordEarlier:
+    case Kind::recordUnreadable:
+    case Kind::evidenceGone:
+    case Kind::evidenceNotKept:
+    case Kind::graphChanged:
+    case Kind::foreignLog:
+    case Kind::notCountedYet:
+    case Kind::copyHarmless:
+    case Kind::arriving:
+        break;
     }
+    return "";
 }
 
 std::string lineOfRecords(const ProofTrouble& first, std::size_t count) {
@@ -89,9 +101,20 @@ std::string lineOfRecords(const ProofTrouble& first, std::size_t count) {
         return first.computer.empty()
                    ? "The list of criteria was changed."
                    : "The list of criteria was changed on " + first.computer + ".";
-    default:
-        return "";
+    case Kind::logDamaged:
+    case Kind::ownLogLeft:
+    case Kind::logGone:
+    case Kind::logRewritten:
+    case Kind::logShorter:
+    case Kind::copiesDisagree:
+    case Kind::clockAhead:
+    case Kind::foreignLog:
+    case Kind::notCountedYet:
+    case Kind::copyHarmless:
+    case Kind::arriving:
+        break;
     }
+    return "";
 }
 
 bool ofLog(Kind kind) {

@@ -30,25 +30,31 @@ QStringList list(const std::vector<std::string>& items) {
     return shown;
 }
 
-QString name(const std::optional<Act>& action) {
+/// How the button of a card shows what it does.
+struct ActFace {
+    QString label{};
+    QString symbol{};
+};
+
+ActFace faceOf(const std::optional<Act>& action) {
     if (!action) return {};
     switch (action->kind) {
     case Act::Kind::closeGap:
-        return QStringLiteral("closeGap");
+        return {QStringLiteral("Close with evidence"), QStringLiteral("paperclip")};
     case Act::Kind::generate:
-        return QStringLiteral("generate");
+        return {QStringLiteral("Generate policy"), QStringLiteral("doc.badge.gearshape")};
     case Act::Kind::play:
-        return QStringLiteral("play");
+        return {QStringLiteral("Fire (Play)"), QStringLiteral("play.fill")};
     case Act::Kind::pause:
-        return QStringLiteral("pause");
+        return {QStringLiteral("Checkpoint"), QStringLiteral("pause.fill")};
     case Act::Kind::throttle:
-        return QStringLiteral("throttle");
+        return {QStringLiteral("Reduce exposure"), QStringLiteral("arrow.down.right.circle")};
     case Act::Kind::bond:
-        return QStringLiteral("bond");
+        return {QStringLiteral("Approve & Save"), QStringLiteral("touchid")};
     case Act::Kind::kyc:
-        return QStringLiteral("kyc");
+        return {QStringLiteral("Verify identity"), QStringLiteral("person.badge.shield.checkmark")};
     case Act::Kind::snapshot:
-        return QStringLiteral("snapshot");
+        return {QStringLiteral("Refresh OS snapshot"), QStringLiteral("checkmark.shield")};
     }
     return {};
 }
@@ -209,7 +215,11 @@ QString EngineView::nextDetail() const {
 }
 
 QString EngineView::nextAction() const {
-    return name(engine_.humanNBA->action);
+    return faceOf(engine_.humanNBA->action).label;
+}
+
+QString EngineView::nextSymbol() const {
+    return faceOf(engine_.humanNBA->action).symbol;
 }
 
 QString EngineView::principal() const {

@@ -47,6 +47,7 @@ class EngineView : public QObject {
     Q_PROPERTY(QString nextTitle READ nextTitle NOTIFY nextChanged)
     Q_PROPERTY(QString nextDetail READ nextDetail NOTIFY nextChanged)
     Q_PROPERTY(QString nextAction READ nextAction NOTIFY nextChanged)
+    Q_PROPERTY(QString nextSymbol READ nextSymbol NOTIFY nextChanged)
 
     Q_PROPERTY(bool verified READ verified NOTIFY identityChanged)
     Q_PROPERTY(QString principal READ principal NOTIFY identityChanged)
@@ -119,8 +120,9 @@ public:
 
     QString nextTitle() const;
     QString nextDetail() const;
-    /// The name of the card's action ("closeGap", "play" …), empty where it has none.
+    /// What the button of the card says, empty where the card has no action.
     QString nextAction() const;
+    QString nextSymbol() const;
 
     bool verified() const { return engine_.principal->has_value(); }
     QString principal() const;

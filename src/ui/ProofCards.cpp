@@ -183,7 +183,18 @@ ProofCard logCard(const ProofTrouble& trouble, const QString& sentence) {
         card.title = "A log of another organisation";
         card.text = "It is not counted. Whoever put it here may have chosen the wrong folder.";
         break;
-    default:
+    case Kind::recordGone:
+    case Kind::recordAltered:
+    case Kind::recordUnlisted:
+    case Kind::recordEarlier:
+    case Kind::recordUnreadable:
+    case Kind::evidenceGone:
+    case Kind::evidenceNotKept:
+    case Kind::graphChanged:
+    case Kind::clockAhead:
+    case Kind::notCountedYet:
+    case Kind::copyHarmless:
+    case Kind::arriving:
         break;
     }
     return card;
@@ -259,7 +270,21 @@ ProofCard otherCard(const ProofTrouble& trouble, const QString& sentence) {
         card.detail = sentence;
         card.text = "Times in a log are its computer's own. Set that clock right.";
         break;
-    default:
+    case Kind::logDamaged:
+    case Kind::ownLogLeft:
+    case Kind::logGone:
+    case Kind::logRewritten:
+    case Kind::logShorter:
+    case Kind::copiesDisagree:
+    case Kind::recordGone:
+    case Kind::recordAltered:
+    case Kind::recordUnlisted:
+    case Kind::recordEarlier:
+    case Kind::evidenceGone:
+    case Kind::evidenceNotKept:
+    case Kind::foreignLog:
+    case Kind::copyHarmless:
+    case Kind::arriving:
         break;
     }
     return card;
@@ -383,7 +408,17 @@ std::vector<ProofCard> proofCards(const ProofComparison& comparison,
         case Kind::copyHarmless:
             cards.push_back(quietCard(trouble, comparison));
             break;
-        default:
+        case Kind::logDamaged:
+        case Kind::ownLogLeft:
+        case Kind::logGone:
+        case Kind::logRewritten:
+        case Kind::logShorter:
+        case Kind::copiesDisagree:
+        case Kind::recordUnreadable:
+        case Kind::graphChanged:
+        case Kind::clockAhead:
+        case Kind::foreignLog:
+        case Kind::notCountedYet:
             cards.push_back(isLogTrouble(trouble.kind) ? logCard(trouble, sentence)
                                                        : otherCard(trouble, sentence));
         }

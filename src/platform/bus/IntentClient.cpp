@@ -42,12 +42,16 @@ IntentClient::IntentClient() : bus_(sessionBus()) {
 }
 
 IntentClient::Dialog IntentClient::run(const Intent& intent) {
-    if (const auto* ask = std::get_if<AskKelvoAgentIntent>(&intent))
-        return call(QStringLiteral("Ask"), {QString::fromStdString(ask->question)});
-    if (const auto* adopt = std::get_if<AdoptFamilyIntent>(&intent))
-        return call(QStringLiteral("Adopt"), {QString::fromStdString(rawValue(adopt->family))});
-    if (std::holds_alternative<PlayKelvoIntent>(intent)) return call(QStringLiteral("Run"), {});
-    return call(QStringLiteral("Approve"), {});
+    struct Method {
+        QString operator()(const AskKelvoAgentIntent&) const { return QStringLiteral("Ask"); }
+        QString operator()(const AdoptFamilyIntent&) const { return QStringLiteral("Adopt"); }
+        QString operator()(const PlayKelvoIntent&) const { return QStringLiteral("Run"); }
+        QString operator()(const SealKelvoIntent&) const { return QStringLiteral("Approve"); }
+    };
+    const std::string parameter = requestParameter(intent);
+    QStringList arguments;
+    if (typeOf(intent).parameterTitle.size() > 0) arguments << QString::fromStdString(parameter);
+    return call(std::visit(Method(), intent), arguments);
 }
 
 IntentClient::Dialog IntentClient::say(const QString& sentence) {

@@ -41,6 +41,7 @@ struct Tool {
     Answer (*answer)(const Machine&);
 };
 
+// Fixed texts: the four paths and their output, see docs/decisions.md.
 const std::vector<Tool>& tools() {
     static const std::vector<Tool> table = {
         {"/usr/bin/fdesetup",

@@ -14,6 +14,7 @@ Card {
         text: "You have read-only access. Review the readiness and each criterion's state."
     }
     Figure {
+        // Fixed text, see docs/decisions.md.
         caption: section.engine.metCount + "/13 criteria met · solved Σ(g·w)/Σw"
         text: section.engine.readinessText
         value: section.engine.readiness

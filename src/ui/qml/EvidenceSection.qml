@@ -31,6 +31,7 @@ Card {
         target: section.engine
     }
     Note {
+        // Fixed text, see docs/decisions.md.
         text: "Upload a document. Apple Intelligence reads it on your Mac and suggests which criteria it satisfies."
     }
     ActionButton {

@@ -12,6 +12,7 @@ Card {
     heading: "Review generated policy"
 
     Note {
+        // Fixed text, see docs/decisions.md.
         text: "Apple Intelligence wrote this policy on your Mac from " + section.engine.draftCriterion + "'s own facts. Read it, then approve to record it."
     }
     SymbolWords {
@@ -68,6 +69,7 @@ Card {
             id: approve
 
             symbol: "touchid"
+            // Fixed text, see docs/decisions.md.
             text: "Approve & seal (Touch ID)"
             weight: ActionButton.Tinted
 

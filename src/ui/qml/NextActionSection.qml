@@ -7,17 +7,6 @@ Card {
 
     required property EngineView engine
     readonly property alias button: button
-    readonly property var labels: ({
-            "closeGap": ["Close with evidence", "paperclip"],
-            "generate": ["Generate policy", "doc.badge.gearshape"],
-            "play": ["Fire (Play)", "play.fill"],
-            "pause": ["Checkpoint", "pause.fill"],
-            "throttle": ["Reduce exposure", "arrow.down.right.circle"],
-            "bond": ["Approve & Save", "touchid"],
-            "kyc": ["Verify identity", "person.badge.shield.checkmark"],
-            "snapshot": ["Refresh OS snapshot", "checkmark.shield"]
-        })
-    readonly property var label: labels[engine.nextAction] || ["", ""]
 
     emphasized: true
     heading: "Your Next Best Action"
@@ -36,8 +25,8 @@ Card {
 
         large: true
         objectName: "nextAction"
-        symbol: section.label[1]
-        text: section.label[0]
+        symbol: section.engine.nextSymbol
+        text: section.engine.nextAction
         visible: section.engine.nextAction !== ""
         weight: ActionButton.Prominent
 

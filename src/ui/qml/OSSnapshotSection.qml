@@ -12,6 +12,7 @@ Card {
     heading: "OS snapshot (read-only)"
 
     Note {
+        // Fixed text, see docs/decisions.md.
         text: "We read your Mac's security settings without changing anything."
     }
     Rows {

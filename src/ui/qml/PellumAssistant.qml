@@ -19,6 +19,7 @@ ColumnLayout {
     spacing: Theme.m
 
     Note {
+        // Fixed text, see docs/decisions.md.
         text: "Ask in plain English when you're stuck. Pellum reads your live readiness on this Mac and can suggest one next step — you always confirm."
     }
     Rectangle {

@@ -11,6 +11,7 @@ Card {
     heading: "SOC 2 readiness"
 
     Figure {
+        // Fixed text, see docs/decisions.md.
         caption: section.engine.metCount + "/13 criteria met · solved Σ(g·w)/Σw"
         text: section.engine.readinessText
         value: section.engine.readiness

@@ -10,6 +10,7 @@ Card {
     required property EngineView engine
 
     function label(close: string): string {
+        // Fixed text, see docs/decisions.md.
         return close === "os" ? "Check this device" : close === "generate" ? "Generate" : "Acknowledge (Touch ID)";
     }
     function symbolFor(close: string): string {

@@ -192,8 +192,8 @@ FocusScope {
             ActionButton {
                 large: true
                 objectName: "nextActionReminder"
-                symbol: next.label[1]
-                text: next.label[0]
+                symbol: pane.engine.nextSymbol
+                text: pane.engine.nextAction
                 weight: ActionButton.Prominent
 
                 onClicked: pane.engine.runNext()
