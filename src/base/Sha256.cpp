@@ -31,6 +31,16 @@ constexpr auto hexPairs = [] {
     return pairs;
 }();
 
+/// The value of each digit, 16 for what is none.
+constexpr auto digitValues = [] {
+    constexpr std::string_view digits = "0123456789abcdef";
+    std::array<unsigned char, 256> values{};
+    values.fill(16);
+    for (std::size_t value = 0; value < digits.size(); ++value)
+        values[static_cast<unsigned char>(digits[value])] = static_cast<unsigned char>(value);
+    return values;
+}();
+
 HexText hexText(const Sha256Digest& digest) {
     HexText text{};
     for (std::size_t i = 0; i < digest.size(); ++i)
@@ -58,6 +68,19 @@ bool isHexOf(const Sha256Digest& digest, std::string_view text) {
 
 std::string abbreviated(std::string_view hash) {
     return std::string(hash.substr(0, 12));
+}
+
+std::optional<Sha256Digest> digestOfHex(std::string_view text) {
+    Sha256Digest digest;
+    if (text.size() != 2 * digest.size()) return std::nullopt;
+    unsigned faults = 0;
+    for (std::size_t i = 0; i < digest.size(); ++i) {
+        const unsigned high = digitValues[static_cast<unsigned char>(text[2 * i])];
+        const unsigned low = digitValues[static_cast<unsigned char>(text[2 * i + 1])];
+        faults |= high | low;
+        digest[i] = static_cast<unsigned char>((high << 4U | low) & 0xFFU);
+    }
+    return faults > 15 ? std::nullopt : std::optional(digest);
 }
 
 std::string sha256Hex(std::string_view bytes) {

@@ -2,7 +2,9 @@
 
 #include <array>
 #include <cstddef>
+#include <cstring>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -18,6 +20,18 @@ std::string hex(const Sha256Digest& digest);
 
 /// `hex(digest) == text`, without making the text.
 bool isHexOf(const Sha256Digest& digest, std::string_view text);
+
+/// The digest that `hex` writes so; none for any other text.
+std::optional<Sha256Digest> digestOfHex(std::string_view text);
+
+/// For tables whose keys are digests, which are spread evenly as they are.
+struct Sha256DigestHash {
+    std::size_t operator()(const Sha256Digest& digest) const noexcept {
+        std::size_t first = 0;
+        std::memcpy(&first, digest.data(), sizeof first);
+        return first;
+    }
+};
 
 /// `hex(sha256(bytes))`.
 std::string sha256Hex(std::string_view bytes);

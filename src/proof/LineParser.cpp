@@ -1,6 +1,7 @@
 #include "proof/LineParser.h"
 
 #include "base/Json.h"
+#include "base/Sha256.h"
 #include "base/Time.h"
 
 #include <simdjson.h>
@@ -139,9 +140,7 @@ std::optional<SealFact> factOf(const Members& line) {
 } // namespace
 
 bool isHash(std::string_view text) {
-    return text.size() == 64 && std::all_of(text.begin(), text.end(), [](char c) {
-               return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f');
-           });
+    return digestOfHex(text).has_value();
 }
 
 struct LineParser::State {

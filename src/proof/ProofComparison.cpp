@@ -279,8 +279,8 @@ private:
             for (LoggedDecision& decision : each.decisions) {
                 decision.own = each.log.own;
                 if (decision.adopted) {
-                    const auto& asOf = reading_.kept[decision.record].asOf;
-                    if (parseIso8601(asOf)) decision.time = asOf;
+                    const KeptRecord* kept = reading_.keptOf(decision.record);
+                    if (kept != nullptr && parseIso8601(kept->asOf)) decision.time = kept->asOf;
                 }
                 result_.decisions.push_back(std::move(decision));
             }

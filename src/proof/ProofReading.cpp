@@ -23,6 +23,12 @@ std::vector<std::string> sortedNames(const FolderReader& folder) {
     return names;
 }
 
+/// An order of digests, any one, that mostly takes a single comparison of numbers.
+bool before(const Sha256Digest& a, const Sha256Digest& b) {
+    const Sha256DigestHash first;
+    return first(a) != first(b) ? first(a) < first(b) : a < b;
+}
+
 /// The first 8 digits that a log's name holds; none for another name.
 std::optional<std::string_view> digitsOf(std::string_view name) {
     if (name.size() != logPrefix.size() + 8 + logSuffix.size() || !name.starts_with(logPrefix) ||
@@ -132,8 +138,10 @@ void ProofReading::readDecision(const SealLineView& line, DecisionLine& fact, Re
     decision.run = fact.run;
     decision.adopted = fact.adopted;
     decision.ts = line.ts;
-    if (fact.adopted) adopted_.insert(fact.record);
-    kept.try_emplace(fact.record);
+    if (const auto digest = digestOfHex(fact.record)) {
+        KeptRecord& record = kept_.try_emplace(*digest).first->second;
+        record.adopted = record.adopted || fact.adopted;
+    }
     decision.account = std::move(fact.account);
     decision.approved = std::move(fact.approval.sentence);
     decision.file = std::move(fact.file);
@@ -184,15 +192,20 @@ std::string ProofReading::organisationOf(const std::string& graph) {
     return bytes ? payloads_.organisationOf(*bytes) : "";
 }
 
+const KeptRecord* ProofReading::keptOf(std::string_view hash) const {
+    const auto digest = digestOfHex(hash);
+    const auto found = digest ? kept_.find(*digest) : kept_.end();
+    return found == kept_.end() ? nullptr : &found->second;
+}
+
 bool ProofReading::inVault(const std::string& root) const {
-    return vaultNames_.contains(root);
+    const auto digest = digestOfHex(root);
+    return digest && std::binary_search(vaultNames_.begin(), vaultNames_.end(), *digest, before);
 }
 
 /// The bytes of a decision's record are here.
-void ProofReading::take(const std::string& hash, KeptRecord& record, std::string_view bytes) {
-    if (record.asOf.empty() && adopted_.contains(hash)) {
-        record.asOf = payloads_.payloadFacts(bytes).asOf;
-    }
+void ProofReading::take(KeptRecord& record, std::string_view bytes) {
+    if (record.asOf.empty() && record.adopted) record.asOf = payloads_.payloadFacts(bytes).asOf;
 }
 
 void ProofReading::hashRecords() {
@@ -201,11 +214,12 @@ void ProofReading::hashRecords() {
         if (!bytes) {
             record.reason = bytes.error().description;
         } else {
-            record.hash = sha256Hex(*bytes);
-            if (const auto known = kept.find(record.hash); known != kept.end()) {
-                take(record.hash, known->second, *bytes);
+            const Sha256Digest digest = sha256(*bytes);
+            record.hash = digest;
+            if (const auto known = kept_.find(digest); known != kept_.end()) {
+                take(known->second, *bytes);
                 // Bytes that are the same have the same hash: they need not be hashed twice.
-                const auto copy = vaultFiles_.read(record.hash, largestRecord);
+                const auto copy = vaultFiles_.read(hex(digest), largestRecord);
                 known->second.kept = copy && *copy == *bytes;
             }
         }
@@ -213,14 +227,17 @@ void ProofReading::hashRecords() {
 }
 
 void ProofReading::readVault() {
-    vaultNames_.reserve(2 * kept.size());
-    vaultFiles_.eachName([this](std::string_view name) { vaultNames_.emplace(name); });
-    for (auto& [hash, record] : kept) {
+    vaultNames_.reserve(2 * kept_.size());
+    vaultFiles_.eachName([this](std::string_view name) {
+        if (const auto digest = digestOfHex(name)) vaultNames_.push_back(*digest);
+    });
+    std::sort(vaultNames_.begin(), vaultNames_.end(), before);
+    for (auto& [digest, record] : kept_) {
         if (record.kept) continue;
-        const auto bytes = vaultFiles_.read(hash, largestRecord);
-        if (!bytes || !isHexOf(sha256(*bytes), hash)) continue;
+        const auto bytes = vaultFiles_.read(hex(digest), largestRecord);
+        if (!bytes || sha256(*bytes) != digest) continue;
         record.kept = true;
-        take(hash, record, *bytes);
+        take(record, *bytes);
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/FolderReader.h"
+#include "base/Sha256.h"
 #include "proof/LineParser.h"
 #include "proof/ProofComparison.h"
 #include "proof/SealLog.h"
@@ -11,7 +12,6 @@
 #include <set>
 #include <string>
 #include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 namespace kelvo {
@@ -33,14 +33,15 @@ struct ReadLog {
 /// A record file in the outputs folder.
 struct ReadRecord {
     std::string name;
-    std::string hash; ///< "" where it cannot be read
+    std::optional<Sha256Digest> hash; ///< none where it cannot be read
     std::string reason;
 };
 
 /// What a record in the vault or the outputs folder adds to a decision.
 struct KeptRecord {
-    bool kept = false; ///< the vault has the bytes of that hash
-    std::string asOf;
+    bool kept = false;    ///< the vault has the bytes of that hash
+    bool adopted = false; ///< a line adopted it, so that its own time counts
+    std::string asOf;     ///< where it was adopted
 };
 
 /// How far logs are read: the own one whole, the others up to a line, or not at all where they are
@@ -64,9 +65,11 @@ public:
     std::vector<ReadLog> logs;
     std::vector<ReadLog> copies; ///< files that hold a log under a name that is not a log's
     std::vector<ReadRecord> records;
-    std::unordered_map<std::string, KeptRecord> kept; ///< by hash, of every decision
     std::string graphNow; ///< SHA-256 of the readiness graph, "" where there is none
     std::string organisationNow;
+
+    /// What is kept of a decision's record; nothing for any other hash.
+    const KeptRecord* keptOf(std::string_view hash) const;
 
     /// Whether the vault has a regular file of that name; its bytes are not looked at.
     bool inVault(const std::string& root) const;
@@ -80,7 +83,7 @@ private:
     void readGraph();
     void hashRecords();
     void readVault();
-    void take(const std::string& hash, KeptRecord& record, std::string_view bytes);
+    void take(KeptRecord& record, std::string_view bytes);
     std::optional<ReadLog> readLog(const std::filesystem::path& file);
     void readDecision(const SealLineView& line, DecisionLine& fact, ReadLog& into);
 
@@ -89,10 +92,10 @@ private:
     Vault vault_;
     FolderReader outputFiles_;
     FolderReader vaultFiles_;
-    std::unordered_set<std::string> vaultNames_;
+    std::unordered_map<Sha256Digest, KeptRecord, Sha256DigestHash> kept_; ///< of every decision
+    std::vector<Sha256Digest> vaultNames_; ///< in an order of their own
     LineParser payloads_;
     SealLogReader lines_;
-    std::set<std::string, std::less<>> adopted_; ///< records whose time is to be read
 };
 
 } // namespace kelvo

@@ -90,11 +90,12 @@ private:
         }
 
         /// How many of them count for a file with that hash; none where no line has it.
-        std::optional<std::int64_t> counting(const std::string& hash) const {
-            bool known = first->record == hash;
+        std::optional<std::int64_t> counting(const std::optional<Sha256Digest>& hash) const {
+            if (!hash) return std::nullopt;
+            bool known = isHexOf(*hash, first->record);
             std::int64_t count = first->repeated ? 0 : 1;
             for (const LoggedDecision* each : later) {
-                known = known || each->record == hash;
+                known = known || isHexOf(*hash, each->record);
                 count += each->repeated ? 0 : 1;
             }
             return known ? std::optional(count) : std::nullopt;
@@ -114,8 +115,8 @@ private:
     }
 
     bool kept(const LoggedDecision& decision) const {
-        const auto found = reading_.kept.find(decision.record);
-        return found != reading_.kept.end() && found->second.kept;
+        const KeptRecord* record = reading_.keptOf(decision.record);
+        return record != nullptr && record->kept;
     }
 
     bool counted(const std::string& file) const {
